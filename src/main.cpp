@@ -1,0 +1,2 @@
+// Entry of the ZEMA Block Tool.
+int main() { return 0; }
