@@ -1,0 +1,6 @@
+#include "pages/BlkHelpData.h"
+
+void FreeBlkHelpData(BlkHelpData *data)
+{
+    delete data;
+}

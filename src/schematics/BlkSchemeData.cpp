@@ -1,0 +1,6 @@
+#include "schematics/BlkSchemeData.h"
+
+void FreeBlkSchemeData(BlkSchemeData *data)
+{
+    delete data;
+}

@@ -1,0 +1,163 @@
+// Start-up: the packed argument, the settings file and the relative path helpers.
+#include "TestFiles.h"
+#include "TestRegistry.h"
+#include "app/AppSettings.h"
+#include "app/ErrorList.h"
+#include "app/FileReport.h"
+#include "app/PackedArgument.h"
+#include "app/ZemaSettingsFileIO.h"
+
+#include <QtTest>
+
+class tst_Settings : public QObject
+{
+    Q_OBJECT
+    QTemporaryDir root;
+
+    AppSettings *FreshSettings()
+    {
+        AppSettings *settings = CreateAppSettings(nullptr);
+        settings->root_dir = root.path();
+        settings->bin_dir = root.path() + "/bin_win";
+        return settings;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QDir(root.path()).mkpath("bin_win");
+        QDir(root.path()).mkpath("blocks");
+        QDir(root.path()).mkpath("tools");
+        QDir(root.path()).mkpath("qtc/bin");
+        WriteBytes(root.filePath("qtc/bin/qtcreator.exe"), "");
+    }
+
+    void packedArgument_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<bool>("cli");
+        QTest::addColumn<QString>("root");   // relative to the temporary root, "=" for default
+        QTest::addColumn<QString>("third");
+        QTest::addColumn<QString>("token");
+        QTest::newRow("relative root") << QStringList{"prog", "-#cli_on#./tools#x"} << true << "tools" << "x" << "";
+        QTest::newRow("nothing packed") << QStringList{"prog", "file.bdef"} << false << "=" << "" << "";
+        QTest::newRow("short root ignored") << QStringList{"#x#a#t#tok"} << false << "=" << "t" << "tok";
+        QTest::newRow("blank around") << QStringList{"  #cli_on  "} << true << "=" << "" << "";
+        QTest::newRow("empty parts kept") << QStringList{"##.#"} << false << "=" << "" << "";
+        QTest::newRow("last wins") << QStringList{"#cli_on#./tools#a", "#no#./blocks#b"} << true << "blocks" << "b" << "";
+        QTest::newRow("two dashes") << QStringList{"--#cli_on"} << false << "=" << "" << "";
+    }
+    void packedArgument()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, root);
+        const PackedArgument packed = ReadPackedArguments(args, this->root.path());
+        QTEST(packed.cli_on, "cli");
+        const QString expected = root == "=" ? this->root.path()
+                                             : QFileInfo(this->root.path() + "/" + root).canonicalFilePath();
+        QCOMPARE(packed.root_dir, expected);
+        QTEST(packed.third_dir, "third");
+        QTEST(packed.licence_token, "token");
+    }
+
+    void absoluteRootReplaces()
+    {
+        const PackedArgument packed = ReadPackedArguments({"#cli_on#" + root.path() + "/blocks/../tools"}, "/x");
+        QCOMPARE(packed.root_dir, QFileInfo(root.path() + "/tools").canonicalFilePath());
+    }
+
+    void resolvePath_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("absolute") << "/abs/x" << "/abs/x";
+        QTest::newRow("drive letter") << "C:x" << "C:x";
+        QTest::newRow("found in a later directory") << "tools" << "@/tools";
+        QTest::newRow("found nowhere stays") << "nowhere" << "nowhere";
+        QTest::newRow("empty takes first existing") << "" << "@/blocks";
+    }
+    void resolvePath()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, expected);
+        const QStringList dirs{root.path() + "/missing", root.path() + "/blocks", root.path()};
+        expected.replace("@", root.path());
+        QCOMPARE(ResolvePath(dirs, path), expected);
+    }
+
+    void searchDirsFollowTheBlock()
+    {
+        AppSettings *settings = FreshSettings();
+        settings->dirs = QStringList{"/lib1"};
+        settings->search_dirs = settings->dirs;
+        QCOMPARE(SearchDirs(settings, ""), QStringList{"/lib1"});
+        QCOMPARE(SearchDirs(settings, root.path()), QStringList({root.path() + "/blocks", "/lib1"}));
+        QCOMPARE(SearchDirs(settings, root.path() + "/tools"), QStringList({root.path() + "/tools", "/lib1"}));
+        QCOMPARE(SearchDirs(settings, ""), QStringList{"/lib1"});
+    }
+
+    void makeRelative()
+    {
+        QCOMPARE(MakeRelative("/root/lib", "/root/lib/a/b.wsp"), QString("a/b.wsp"));
+        QCOMPARE(MakeRelative("/root/lib", "/other/b.wsp"), QString("/other/b.wsp"));
+        QCOMPARE(MakeRelative("/root/lib", "/root/lib"), QString(""));
+    }
+
+    void settingsFile()
+    {
+        AppSettings *settings = FreshSettings();
+        QVERIFY(WriteBytes(settings->bin_dir + "/ZEMA.cfg", XmlDocument(
+            "<zema_settings_data><dirs>blocks||nowhere|/abs</dirs><pyinc_dirs>a|b</pyinc_dirs>"
+            "<accel_2d>3</accel_2d><thw_path>missing</thw_path><qtc_path>" + root.path().toUtf8() +
+            "/qtc</qtc_path><script_en>0</script_en><unknown>x</unknown></zema_settings_data>")));
+        QVERIFY(ZemaSettingsFileIO(root.path(), nullptr, 1).ReadSettings(settings, "ZEMA"));
+        QCOMPARE(settings->dirs, QStringList({root.path() + "/blocks", "nowhere", "/abs"}));
+        QCOMPARE(settings->search_dirs, settings->dirs);
+        QCOMPARE(settings->pyinc_dirs, QStringList({"a", "b"}));
+        QCOMPARE(settings->accel_2d, quint8(1));
+        QCOMPARE(settings->html_help, quint8(0));
+        QCOMPARE(settings->thw_path, root.path());
+        QCOMPARE(settings->qtc_path, root.path() + "/qtc");
+        QCOMPARE(settings->script_en, quint8(0));
+    }
+
+    void qtcPathWithoutExecutableIsCleared()
+    {
+        AppSettings *settings = FreshSettings();
+        QVERIFY(WriteBytes(settings->bin_dir + "/ZEMA.cfg",
+                           XmlDocument("<zema_settings_data><qtc_path>/opt/none</qtc_path></zema_settings_data>")));
+        QVERIFY(ZemaSettingsFileIO(root.path(), nullptr, 1).ReadSettings(settings, "ZEMA"));
+        QVERIFY(settings->qtc_path.isEmpty());
+        QCOMPARE(settings->script_en, quint8(1));
+    }
+
+    void missingAndBrokenFilesAreShown()
+    {
+        QStringList shown;
+        SetFileReportHook([&](const QString &title, const QString &text) { shown << title + ": " + text; });
+        AppSettings *settings = FreshSettings();
+        settings->bin_dir = root.path() + "/nowhere";
+        QVERIFY(!ZemaSettingsFileIO(root.path(), nullptr, 0).ReadSettings(settings, "ZEMA"));
+        QVERIFY(shown.value(0).startsWith("ZEMA: Cannot open file: " + root.path() + "/nowhere/ZEMA.cfg"));
+        QCOMPARE(settings->thw_path, root.path()); // defaults stay usable
+
+        settings = FreshSettings();
+        QVERIFY(WriteBytes(settings->bin_dir + "/ZEMA.cfg", "<zema_settings_data><dirs>x"));
+        QVERIFY(!ZemaSettingsFileIO(root.path(), nullptr, 0).ReadSettings(settings, "ZEMA"));
+        QVERIFY(shown.value(1).startsWith("ZEMA: ZEMA.cfg: File Loading Error: "));
+        SetFileReportHook(nullptr);
+    }
+
+    void userDirectoryIsPrepared()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        AppSettings *settings = FreshSettings();
+        const QString user = PrepareUserDir(settings);
+        QVERIFY(user.endsWith("/zema_user_data"));
+        QVERIFY(QFileInfo(user + "/blocks").isDir());
+        QVERIFY(QFileInfo(user + "/temp").isDir());
+    }
+};
+
+ZEMA_TEST(tst_Settings)
+#include "tst_Settings.moc"
