@@ -57,7 +57,8 @@ void EncodeBuffer(QByteArray &buffer, bool encode, qint32 key)
         Scramble(buffer, key, true);
         return;
     }
-    if (!buffer.isEmpty())
-        Scramble(buffer, key, false);
+    if (buffer.isEmpty())
+        return; // what qUncompress would give, without its warning
+    Scramble(buffer, key, false);
     buffer = PlausiblyCompressed(buffer) ? qUncompress(buffer) : QByteArray();
 }

@@ -4,6 +4,7 @@
 
 #include <QLineF>
 #include <QPolygonF>
+#include <QRect>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -140,7 +141,8 @@ QPainterPath ArcPath(const QList<QPointF> &points)
     if (!FitsInt(left) || !FitsInt(top) || !FitsInt(size))
         return path;
     // Truncated on purpose: arcs snap to whole units.
-    const QRectF box(int(left), int(top), int(size), int(size));
+    const QRectF box(QRect(static_cast<int>(left), static_cast<int>(top), static_cast<int>(size),
+                           static_cast<int>(size)));
     const QLineF to_p0(centre, p0);
     const double start = to_p0.angle();
     double span = to_p0.angleTo(QLineF(centre, p2));

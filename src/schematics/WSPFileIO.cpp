@@ -41,6 +41,13 @@ QList<QPointF> ReadPoints(const QString &text)
     return points;
 }
 
+// An empty value stays empty rather than becoming the first search directory, so that an
+// old-style item with an empty ref_path is still recognised below.
+QString ResolveRef(const QStringList &search_dirs, const QString &value)
+{
+    return value.isEmpty() ? value : ResolvePath(search_dirs, value);
+}
+
 // Files written in the old manner held the block's full path in ref_name.
 void SplitOldStyleRef(WSP_BLK_ITEM_STRUCT *item)
 {
@@ -133,9 +140,9 @@ WSP_BLK_ITEM_STRUCT *WSPFileIO::ReadBlkItem(QXmlStreamReader *reader, const QStr
         if (name == QLatin1String("id")) item->id = ElementText(reader).toUInt();
         else if (name == QLatin1String("ref_id")) item->ref_id = ElementText(reader).toUInt();
         else if (name == QLatin1String("ref_name"))
-            item->ref_name = ResolvePath(search_dirs, ElementText(reader));
+            item->ref_name = ResolveRef(search_dirs, ElementText(reader));
         else if (name == QLatin1String("ref_path"))
-            item->ref_path = ResolvePath(search_dirs, ElementText(reader));
+            item->ref_path = ResolveRef(search_dirs, ElementText(reader));
         else if (name == QLatin1String("ver")) item->ver = ElementText(reader);
         else if (name == QLatin1String("custom_type")) item->custom_type = ElementText(reader).toInt();
         else if (name == QLatin1String("ui_grp")) item->ui_grp = ElementText(reader).toInt();

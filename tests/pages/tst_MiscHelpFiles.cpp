@@ -62,7 +62,7 @@ void tst_MiscHelpFiles::miscRoundTrip()
 {
     BlkMiscData data;
     data.cpu_ops = "[_SimStepSize]*2 < 3 && \"x\"";
-    data.dev_rem = "line one <b>\n  line & two\r\n\ttabbed ";
+    data.dev_rem = "line one <b>\n  line & two\n\ttabbed ";
     BlkCharVar step{"_SimStepSize", "Basic", "Step <s>"};
     BlkCharVar cross{"_ZeroCrossing", "", ""};
     data.char_vars = {&step, &cross};
@@ -87,7 +87,6 @@ void tst_MiscHelpFiles::miscRoundTrip()
     QCOMPARE(back->para_cond, data.para_cond);
     QCOMPARE(back->blk_depends, data.blk_depends);
     QCOMPARE(back->cpp_depends, data.cpp_depends);
-    data.char_vars.clear();
     FreeBlkMiscData(back);
 }
 

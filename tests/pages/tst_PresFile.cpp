@@ -133,7 +133,7 @@ void tst_PresFile::writerFormat()
     data.texts.append(&text);
     data.ports.append(&port);
     const QByteArray expected =
-        "<blk_pres_data>\n"
+        "\n<blk_pres_data>\n"
         "    <title>T</title>\n"
         "    <hsize>40</hsize>\n"
         "    <vsize>30</vsize>\n"
@@ -144,7 +144,7 @@ void tst_PresFile::writerFormat()
         "    <blk_port name=\"in\" dis_text=\"\" type=\"\" placement=\"\" per_distance=\"33.3333\""
         " text_dx=\"2\" text_dy=\"0\" conn_req=\"0\" vport_para=\"0\" vport_grp=\"\""
         " vport_entity=\"\" vport_value=\"\" mport_para=\"1\" mport_grp=\"\" mport_entity=\"\"/>\n"
-        "</blk_pres_data>\n";
+        "</blk_pres_data>";
     QCOMPARE(ToXml(&data), expected);
 }
 

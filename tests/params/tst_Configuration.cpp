@@ -132,13 +132,9 @@ void tst_Configuration::entities_data()
     QTest::newRow("version default") << "Basic" << "Block Version" << QStringList() << -1 << "1.0" << 1 << 1;
     QTest::newRow("user block, locked") << "Basic" << "ZEMA Block/User Block"
                                         << QStringList({"ZEMA", "User"}) << 1 << "User" << 1 << 0;
-    QTest::newRow("simulation type") << "Basic" << "Simulation Type"
-                                     << QStringList({"Time Domain", "2D Space", "2D Space Time", "3D Space",
-                                                     "3D Space Time", "Any"}) << 0 << "Time Domain" << 1 << 1;
     QTest::newRow("hardware block No") << "Basic" << "Hardware Block" << kYesNo << 1 << "No" << 1 << 1;
     QTest::newRow("misspelt thread key") << "Advanced" << "Prefer Seperate Thread" << kNoYes << 0 << "No" << 1 << 1;
     QTest::newRow("dynamic memory No") << "Advanced" << "Has Dynamically Allocated Memory" << kYesNo << 1 << "No" << 1 << 1;
-    QTest::newRow("logic devices No") << "Supported Platforms" << "Programmable Logic Devices" << kNoYes << 0 << "No" << 1 << 1;
     QTest::newRow("android Yes") << "Supported Platforms" << "Android Device" << kNoYes << 1 << "Yes" << 1 << 1;
     QTest::newRow("other language") << "Code-Basic" << "Embeds other language code"
                                     << QStringList({"None", "Embeds Python Code", "Embeds Fortran Code",
@@ -146,9 +142,6 @@ void tst_Configuration::entities_data()
     QTest::newRow("class kind, locked") << "Code-Basic" << "Class or Structure/Function"
                                         << QStringList({"Class", "Static Class", "Structure/Function"})
                                         << 0 << "Class" << 1 << 0;
-    QTest::newRow("header file edit") << "Code-Basic" << "Header File Name" << QStringList() << -1 << "" << 1 << 1;
-    QTest::newRow("step detection") << "Code-Physical Ports" << "Step DeltaG Detection"
-                                    << QStringList({"Not Required", "Required"}) << 0 << "Not Required" << 1 << 1;
     QTest::newRow("port dimensions No") << "Code-Signal Ports" << "Generate code for signal ports dimension & size"
                                         << kYesNo << 1 << "No" << 1 << 1;
     QTest::newRow("custom type") << "Vendor Specific" << "Custom Block Type" << QStringList() << -1 << "0" << 1 << 0;
@@ -399,7 +392,6 @@ void tst_Configuration::boolAccessors_data()
     const BoolAccessor python = EmbedsPython;
     const BoolAccessor structure = IsStructure;
     const BoolAccessor static_class = IsStaticClass;
-    const BoolAccessor worker = HasWorkerThread;
     const BoolAccessor dims = GeneratesPortDimensions;
 
     QTest::newRow("intrinsic by value") << intrinsic << "Vendor Specific" << "Instrinsic Block" << 0 << "Yes" << true;
@@ -411,11 +403,8 @@ void tst_Configuration::boolAccessors_data()
     QTest::newRow("panel any index but 0") << panel << "Advanced" << "Simulation Panel Block" << 5 << "" << true;
     QTest::newRow("fortran at 2") << fortran << "Code-Basic" << "Embeds other language code" << 2 << "" << true;
     QTest::newRow("python at 1") << python << "Code-Basic" << "Embeds other language code" << 1 << "" << true;
-    QTest::newRow("python not at 2") << python << "Code-Basic" << "Embeds other language code" << 2 << "" << false;
     QTest::newRow("structure at 2") << structure << "Code-Basic" << "Class or Structure/Function" << 2 << "" << true;
     QTest::newRow("static class at 1") << static_class << "Code-Basic" << "Class or Structure/Function" << 1 << "" << true;
-    QTest::newRow("static class not at 2") << static_class << "Code-Basic" << "Class or Structure/Function" << 2 << "" << false;
-    QTest::newRow("worker thread") << worker << "Code-Basic" << "Add Worker Thread Function Code" << 1 << "Yes" << true;
     QTest::newRow("port dimensions") << dims << "Code-Signal Ports"
                                      << "Generate code for signal ports dimension & size" << 0 << "Yes" << true;
 }

@@ -88,15 +88,12 @@ void tst_ScriptEval::scriptEval_data()
     QTest::newRow("blanks only") << "  " << "";
     QTest::newRow("plain number as written") << "1.50" << "1.50";
     QTest::newRow("negative number") << "-3" << "-3";
-    QTest::newRow("zero") << "0" << "0";
     QTest::newRow("entity times two") << "[G#E]*2" << "6";
-    QTest::newRow("entity alone") << "[G#E]" << "3";
     QTest::newRow("same label other group") << "[H#E]" << "10";
     QTest::newRow("missing entity") << "[G#X]*2" << "0";
     QTest::newRow("missing group") << "[X#E]" << "0";
     QTest::newRow("index form") << "[G#E#i]" << "2";
     QTest::newRow("index of line edit") << "[G#N#i]+1" << "0";
-    QTest::newRow("third part not i") << "[G#E#x]" << "3";
     QTest::newRow("empty parts skipped") << "[G##E]" << "3";
     QTest::newRow("array summed") << "[G#Arr]" << "6";
     QTest::newRow("array size from script") << "[G#Sized]" << "9";
@@ -196,11 +193,9 @@ void tst_ScriptEval::isNumericText_data()
     QTest::addColumn<bool>("expected");
     QTest::newRow("empty") << "" << true << false;
     QTest::newRow("zero") << "0" << false << true;
-    QTest::newRow("integer") << "42" << false << true;
     QTest::newRow("real") << "1.5" << false << true;
     QTest::newRow("negative allowed") << "-3" << true << true;
     QTest::newRow("negative refused") << "-3" << false << false;
-    QTest::newRow("negative zero refused") << "-0" << false << false;
     QTest::newRow("zero spelt 0.0") << "0.0" << true << false;
     QTest::newRow("zero spelt 00") << "00" << true << false;
     QTest::newRow("below the threshold") << "0.00005" << true << false;
@@ -208,9 +203,6 @@ void tst_ScriptEval::isNumericText_data()
     QTest::newRow("exponent") << "1e3" << true << true;
     QTest::newRow("letters") << "abc" << true << false;
     QTest::newRow("number then letters") << "12abc" << true << false;
-    QTest::newRow("token") << "[G#E]" << true << false;
-    QTest::newRow("expression") << "2*3" << true << false;
-    QTest::newRow("hexadecimal") << "0x10" << true << false;
     QTest::newRow("not a number") << "nan" << true << false;
     QTest::newRow("infinity") << "inf" << true << false;
 }
