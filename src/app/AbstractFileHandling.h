@@ -5,10 +5,10 @@
 #include <QByteArray>
 #include <QFile>
 #include <QObject>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 class ErrorList;
-class QXmlStreamReader;
-class QXmlStreamWriter;
 
 class AbstractFileHandling : public QObject
 {
@@ -27,6 +27,33 @@ public:
     QXmlStreamWriter *OpenForWrite(const QString &path, const QString &title);
     void CloseWrite();
     bool OpenDevice(bool for_read, const QString &path, const QString &title);
+
+    // The whole load of a one-section file: open, read, close; null (the partial record freed)
+    // when any step failed.
+    template <typename Record, typename Read, typename Free>
+    Record *LoadSection(const QString &path, const QString &title, Read read, Free free_record)
+    {
+        QXmlStreamReader *stream = OpenForRead(path, title);
+        if (!stream)
+            return nullptr;
+        Record *data = read(stream);
+        if (!CloseRead(path, title)) {
+            free_record(data);
+            return nullptr;
+        }
+        return data;
+    }
+    // The whole save of a one-section file; false only when the file could not be opened.
+    template <typename Record, typename Write>
+    bool SaveSection(const QString &path, const Record *data, const QString &title, Write write)
+    {
+        QXmlStreamWriter *stream = OpenForWrite(path, title);
+        if (!stream)
+            return false;
+        write(stream, data);
+        CloseWrite();
+        return true;
+    }
 
     ErrorList *error_list = nullptr;
     qint32 silent = 0;

@@ -48,15 +48,20 @@ QStringList SearchDirs(AppSettings *settings, const QString &block_path)
     return settings->search_dirs;
 }
 
+QString RelativeToRoot(const QString &root, const QString &path)
+{
+    if (!path.contains(root))
+        return path;
+    QString rel = path;
+    rel.remove(root);
+    if (rel.startsWith('/'))
+        rel.remove(0, 1);
+    return rel;
+}
+
 QString MakeRelative(const QString &dir, const QString &path)
 {
-    if (dir.isEmpty() || !path.contains(dir))
-        return path;
-    QString relative = path;
-    relative.remove(relative.indexOf(dir), dir.size());
-    if (relative.startsWith('/'))
-        relative.remove(0, 1);
-    return relative;
+    return dir.isEmpty() ? path : RelativeToRoot(dir, path);
 }
 
 QString PrepareUserDir(AppSettings *settings)

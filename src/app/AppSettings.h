@@ -38,6 +38,11 @@ AppSettings *CreateAppSettings(MainWindow *main_window);
 QString ResolvePath(const QStringList &dirs, const QString &path);
 // The directories for relative paths of a block's files, rebuilt when the block changes.
 QStringList SearchDirs(AppSettings *settings, const QString &block_path);
+// With `root` anywhere in `path`: every occurrence taken out, then one leading "/". Otherwise
+// `path` unchanged, which callers take as "outside". A path that merely holds the root's text
+// somewhere inside counts as inside.
+QString RelativeToRoot(const QString &root, const QString &path);
+// The same, for a stored path against one of the search directories.
 QString MakeRelative(const QString &dir, const QString &path);
 // The per-user data directory with its "blocks" and "temp", created when absent.
 QString PrepareUserDir(AppSettings *settings);

@@ -145,15 +145,7 @@ ImgEditFileIO::ImgEditFileIO(const QString &root_dir, ErrorList *error_list, qin
 
 ImgDataRec *ImgEditFileIO::LoadImgFile(const QString &path, const QString &title)
 {
-    QXmlStreamReader *stream = OpenForRead(path, title);
-    if (!stream)
-        return nullptr;
-    ImgDataRec *data = ReadImgData(stream);
-    if (!CloseRead(path, title)) {
-        FreeImgDataRec(data);
-        return nullptr;
-    }
-    return data;
+    return LoadSection<ImgDataRec>(path, title, ImgEditFileIO::ReadImgData, FreeImgDataRec);
 }
 
 ImgDataRec *ImgEditFileIO::ReadImgData(QXmlStreamReader *reader)

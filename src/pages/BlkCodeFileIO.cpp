@@ -90,25 +90,12 @@ BlkCodeFileIO::BlkCodeFileIO(const QString &root_dir, ErrorList *error_list, qin
 
 BlkCodeData *BlkCodeFileIO::LoadFile(const QString &path, const QString &title)
 {
-    QXmlStreamReader *stream = OpenForRead(path, title);
-    if (!stream)
-        return nullptr;
-    BlkCodeData *data = ReadCodeData(stream);
-    if (!CloseRead(path, title)) {
-        FreeBlkCodeData(data);
-        return nullptr;
-    }
-    return data;
+    return LoadSection<BlkCodeData>(path, title, BlkCodeFileIO::ReadCodeData, FreeBlkCodeData);
 }
 
 bool BlkCodeFileIO::SaveFile(const QString &path, const BlkCodeData *data, const QString &title)
 {
-    QXmlStreamWriter *stream = OpenForWrite(path, title);
-    if (!stream)
-        return false;
-    WriteCodeData(stream, data);
-    CloseWrite();
-    return true;
+    return SaveSection(path, data, title, BlkCodeFileIO::WriteCodeData);
 }
 
 BlkCodeData *BlkCodeFileIO::ReadCodeData(QXmlStreamReader *reader)

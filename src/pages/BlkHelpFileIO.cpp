@@ -13,25 +13,12 @@ BlkHelpFileIO::BlkHelpFileIO(const QString &root_dir, ErrorList *error_list, qin
 
 BlkHelpData *BlkHelpFileIO::LoadFile(const QString &path, const QString &title)
 {
-    QXmlStreamReader *stream = OpenForRead(path, title);
-    if (!stream)
-        return nullptr;
-    BlkHelpData *data = ReadHelpData(stream);
-    if (!CloseRead(path, title)) {
-        FreeBlkHelpData(data);
-        return nullptr;
-    }
-    return data;
+    return LoadSection<BlkHelpData>(path, title, BlkHelpFileIO::ReadHelpData, FreeBlkHelpData);
 }
 
 bool BlkHelpFileIO::SaveFile(const QString &path, const BlkHelpData *data, const QString &title)
 {
-    QXmlStreamWriter *stream = OpenForWrite(path, title);
-    if (!stream)
-        return false;
-    WriteHelpData(stream, data);
-    CloseWrite();
-    return true;
+    return SaveSection(path, data, title, BlkHelpFileIO::WriteHelpData);
 }
 
 BlkHelpData *BlkHelpFileIO::ReadHelpData(QXmlStreamReader *reader)

@@ -25,6 +25,3 @@ struct BlkMiscData {
 // Frees the variable links, then the record; null is allowed.
 void FreeBlkMiscData(BlkMiscData *data);
 
-// With root anywhere in path: path without every occurrence of root and one leading "/".
-// Otherwise path unchanged, which callers take as "outside the installed directory".
-QString RelativeToRoot(const QString &root, const QString &path);

@@ -29,25 +29,12 @@ BlkMiscFileIO::BlkMiscFileIO(const QString &root_dir, ErrorList *error_list, qin
 
 BlkMiscData *BlkMiscFileIO::LoadFile(const QString &path, const QString &title)
 {
-    QXmlStreamReader *stream = OpenForRead(path, title);
-    if (!stream)
-        return nullptr;
-    BlkMiscData *data = ReadMiscData(stream);
-    if (!CloseRead(path, title)) {
-        FreeBlkMiscData(data);
-        return nullptr;
-    }
-    return data;
+    return LoadSection<BlkMiscData>(path, title, BlkMiscFileIO::ReadMiscData, FreeBlkMiscData);
 }
 
 bool BlkMiscFileIO::SaveFile(const QString &path, const BlkMiscData *data, const QString &title)
 {
-    QXmlStreamWriter *stream = OpenForWrite(path, title);
-    if (!stream)
-        return false;
-    WriteMiscData(stream, data);
-    CloseWrite();
-    return true;
+    return SaveSection(path, data, title, BlkMiscFileIO::WriteMiscData);
 }
 
 BlkMiscData *BlkMiscFileIO::ReadMiscData(QXmlStreamReader *reader)

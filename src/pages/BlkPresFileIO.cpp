@@ -81,25 +81,12 @@ BlkPresFileIO::BlkPresFileIO(const QString &root_dir, ErrorList *error_list, qin
 
 BlkPresData *BlkPresFileIO::LoadFile(const QString &path, const QString &title)
 {
-    QXmlStreamReader *stream = OpenForRead(path, title);
-    if (!stream)
-        return nullptr;
-    BlkPresData *data = ReadPresData(stream);
-    if (!CloseRead(path, title)) {
-        FreeBlkPresData(data);
-        return nullptr;
-    }
-    return data;
+    return LoadSection<BlkPresData>(path, title, BlkPresFileIO::ReadPresData, FreeBlkPresData);
 }
 
 bool BlkPresFileIO::SaveFile(const QString &path, const BlkPresData *data, const QString &title)
 {
-    QXmlStreamWriter *stream = OpenForWrite(path, title);
-    if (!stream)
-        return false;
-    WritePresData(stream, data);
-    CloseWrite();
-    return true;
+    return SaveSection(path, data, title, BlkPresFileIO::WritePresData);
 }
 
 BlkPresData *BlkPresFileIO::ReadPresData(QXmlStreamReader *reader)

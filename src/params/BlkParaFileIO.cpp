@@ -185,25 +185,15 @@ BlkParaFileIO::BlkParaFileIO(const QString &root_dir, ErrorList *error_list, qin
 
 BlkParaData *BlkParaFileIO::LoadFile(const QString &path, const QString &title)
 {
-    QXmlStreamReader *stream = OpenForRead(path, title);
-    if (!stream)
-        return nullptr;
-    BlkParaData *data = ReadBlkPara(stream, true);
-    if (!CloseRead(path, title)) {
-        FreeBlkParaData(data);
-        return nullptr;
-    }
-    return data;
+    return LoadSection<BlkParaData>(
+        path, title, [](QXmlStreamReader *reader) { return ReadBlkPara(reader, true); }, FreeBlkParaData);
 }
 
 bool BlkParaFileIO::SaveFile(const QString &path, const BlkParaData *data, const QString &title)
 {
-    QXmlStreamWriter *stream = OpenForWrite(path, title);
-    if (!stream)
-        return false;
-    WriteBlkPara(stream, data, full);
-    CloseWrite();
-    return true;
+    return SaveSection(path, data, title, [this](QXmlStreamWriter *writer, const BlkParaData *section) {
+        WriteBlkPara(writer, section, full);
+    });
 }
 
 BlkParaData *BlkParaFileIO::ReadBlkPara(QXmlStreamReader *reader, bool seek_root)

@@ -22,26 +22,13 @@ BlkSchemeFileIO::BlkSchemeFileIO(const QString &root_dir, ErrorList *error_list,
 
 BlkSchemeData *BlkSchemeFileIO::LoadScheme(const QString &path, const QString &title)
 {
-    QXmlStreamReader *stream = OpenForRead(path, title);
-    if (!stream)
-        return nullptr;
-    BlkSchemeData *record = ReadSchemeData(stream);
-    if (!CloseRead(path, title)) {
-        FreeBlkSchemeData(record);
-        return nullptr;
-    }
-    return record;
+    return LoadSection<BlkSchemeData>(path, title, ReadSchemeData, FreeBlkSchemeData);
 }
 
 bool BlkSchemeFileIO::SaveScheme(const QString &path, const BlkSchemeData *record,
                                  const QString &title)
 {
-    QXmlStreamWriter *stream = OpenForWrite(path, title);
-    if (!stream)
-        return false;
-    WriteSchemeData(stream, record);
-    CloseWrite();
-    return true;
+    return SaveSection(path, record, title, WriteSchemeData);
 }
 
 BlkSchemeData *BlkSchemeFileIO::ReadSchemeData(QXmlStreamReader *reader)

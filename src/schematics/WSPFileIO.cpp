@@ -67,23 +67,13 @@ WSPFileIO::WSPFileIO(const QString &root_dir, ErrorList *error_list, qint32 sile
 {
 }
 
-QString WspRelativePath(const QString &root, const QString &path)
-{
-    QString relative = path;
-    if (!root.isEmpty())
-        relative.remove(root);
-    if (relative.startsWith('/'))
-        relative.remove(0, 1);
-    return relative;
-}
-
 WspData *WSPFileIO::LoadWsp(const QString &root, const QString &path,
                             const QStringList &search_dirs, const QString &title)
 {
     QXmlStreamReader *stream = OpenForRead(path, title);
     if (!stream)
         return nullptr;
-    WspData *data = ReadWsp(stream, WspRelativePath(root, path), search_dirs);
+    WspData *data = ReadWsp(stream, RelativeToRoot(root, path), search_dirs);
     if (!CloseRead(path, title)) {
         FreeWsp(data);
         return nullptr;

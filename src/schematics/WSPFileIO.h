@@ -36,5 +36,3 @@ public:
     static WspNodeRec *ReadNode(QXmlStreamReader *reader);
 };
 
-// `path` with every occurrence of `root` taken out and one leading "/" removed.
-QString WspRelativePath(const QString &root, const QString &path);

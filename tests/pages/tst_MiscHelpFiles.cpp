@@ -5,6 +5,7 @@
 #include "app/ErrorList.h"
 #include "pages/BlkHelpData.h"
 #include "pages/BlkHelpFileIO.h"
+#include "app/AppSettings.h"
 #include "pages/BlkMiscData.h"
 #include "pages/BlkMiscFileIO.h"
 

@@ -65,18 +65,27 @@ bool TakeKey(QStringList &args, qint32 &key)
     return ok;
 }
 
+// The whole input file, or false after printing the container's message.
+bool ReadInput(const QString &path, ErrorList &errors, QByteArray &bytes)
+{
+    AbstractFileHandling io(QString(), &errors, 1, 0, 0, 0);
+    if (!io.OpenDevice(true, path, QStringLiteral("ZEMA"))) {
+        PrintErrors(errors);
+        return false;
+    }
+    bytes = io.file.readAll();
+    return true;
+}
+
 int Dump(QStringList args)
 {
     qint32 key = 0;
     if (!TakeKey(args, key) || args.size() != 1)
         return UsageError(QStringLiteral("dump takes [--key K] FILE"));
     ErrorList errors;
-    AbstractFileHandling io(QString(), &errors, 1, 0, 0, key);
-    if (!io.OpenDevice(true, args[0], QStringLiteral("ZEMA"))) {
-        PrintErrors(errors);
+    QByteArray bytes;
+    if (!ReadInput(args[0], errors, bytes))
         return Usage;
-    }
-    QByteArray bytes = io.file.readAll();
     const bool had_bytes = !bytes.isEmpty();
     EncodeBuffer(bytes, false, key);
     if (had_bytes && bytes.isEmpty()) {
@@ -96,12 +105,9 @@ int Pack(QStringList args)
     if (!TakeKey(args, key) || args.size() != 2)
         return UsageError(QStringLiteral("pack takes [--key K] IN OUT"));
     ErrorList errors;
-    AbstractFileHandling io(QString(), &errors, 1, 0, 0, key);
-    if (!io.OpenDevice(true, args[0], QStringLiteral("ZEMA"))) {
-        PrintErrors(errors);
+    QByteArray bytes;
+    if (!ReadInput(args[0], errors, bytes))
         return Usage;
-    }
-    QByteArray bytes = io.file.readAll();
     EncodeBuffer(bytes, true, key);
     QSaveFile out(args[1]);
     if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit()) {
