@@ -1,39 +1,34 @@
-// The presentation section: round trips, image names, float precision, port defaults and the
-// link of presentation ports to their code records.
-#include "TestFiles.h"
+// The presentation section: a round trip, image names, reader defaults, broken documents and the
+// link of presentation ports to their code records. Its place inside a block definition file is
+// tested with that file.
+#include "SampleBlock.h"
 #include "TestRegistry.h"
 
+#include "app/BlockData.h"
 #include "app/ErrorList.h"
-#include "app/XmlText.h"
 #include "pages/BlkCodeData.h"
 #include "pages/BlkPresData.h"
 #include "pages/BlkPresFileIO.h"
 
 #include <QtTest>
+#include <memory>
 
 namespace {
 
-BlkPresData *FromXml(const QByteArray &xml)
+using PresPtr = std::unique_ptr<BlkPresData, void (*)(BlkPresData *)>;
+
+PresPtr FromXml(const QByteArray &xml)
 {
-    QXmlStreamReader reader(xml);
-    return BlkPresFileIO::ReadPresData(&reader);
+    QXmlStreamReader reader("<blk_pres_data>" + xml + "</blk_pres_data>");
+    return PresPtr(BlkPresFileIO::ReadPresData(&reader), FreeBlkPresData);
 }
 
 QByteArray ToXml(const BlkPresData *data)
 {
     QByteArray bytes;
     QXmlStreamWriter writer(&bytes);
-    writer.setAutoFormatting(true);
     BlkPresFileIO::WritePresData(&writer, data);
     return bytes;
-}
-
-BlkPort *NewPort(const QString &name, float per_distance)
-{
-    auto *port = new BlkPort;
-    port->name = name;
-    port->per_distance = per_distance;
-    return port;
 }
 
 } // namespace
@@ -42,247 +37,84 @@ class tst_PresFile : public QObject
 {
     Q_OBJECT
 private slots:
-    void roundTrip();
-    void writerFormat();
-    void imageExtension_data();
-    void imageExtension();
-    void portAttributes_data();
-    void portAttributes();
-    void headDefaults();
-    void linkPortsToCode();
-    void brokenDocuments_data();
-    void brokenDocuments();
-    void sectionInsideLargerDocument();
+    void roundTrip()
+    {
+        QTemporaryDir dir;
+        std::unique_ptr<BlockData, void (*)(BlockData *)> block(MakeSampleBlock(""), FreeBlockData);
+        BlkPresData *data = block->pres;
+        // Not alphabetical: the order of the ports is the order of the code records.
+        data->ports.append(new BlkPort);
+        data->ports[2]->name = "a";
+        data->ports[2]->per_distance = 33.33333f;
+        ErrorList errors;
+        BlkPresFileIO io(dir.path(), &errors, 1);
+        QVERIFY(io.SaveFile(dir.filePath("blk_pres.cfg"), data, "ZEMA"));
+        PresPtr back(io.LoadFile(dir.filePath("blk_pres.cfg"), "ZEMA"), FreeBlkPresData);
+        QVERIFY(back && errors.IsEmpty());
+        const QByteArray saved = ToXml(back.get());
+        QCOMPARE(saved, ToXml(data));
+        QVERIFY(saved.indexOf("name=\"out\"") < saved.indexOf("name=\"a\""));
+        // Six significant digits on the way out, in a fixed attribute order.
+        QVERIFY(saved.contains("per_distance=\"33.3333\" text_dx=\"0\" text_dy=\"0\" conn_req=\"0\""));
+        QCOMPARE(back->ports[2]->stub_len, 4.0f);
+        QVERIFY(ToXml(nullptr).isEmpty());
+    }
+
+    void imageExtension()
+    {
+        // Every ".vimg" is removed from image names, with exact case, and from no other field.
+        PresPtr data = FromXml("<blk_img name=\"gain.vimg\"/><blk_img name=\"gain.VIMG\"/>"
+                               "<blk_img name=\"a.vimgb.vimg\"/><blk_img_text img_name=\"x.vimg\" text=\"t.vimg\"/>");
+        QVERIFY(data && data->images.size() == 3);
+        QCOMPARE(data->images[0]->name, QString("gain"));
+        QCOMPARE(data->images[1]->name, QString("gain.VIMG"));
+        QCOMPARE(data->images[2]->name, QString("ab"));
+        QCOMPARE(data->texts[0]->img_name, QString("x"));
+        QCOMPARE(data->texts[0]->text, QString("t.vimg"));
+    }
+
+    void readerDefaults()
+    {
+        // The reader starts from zeros, not from the record of a new block; unknown elements are
+        // passed over, but what they hold is still read.
+        PresPtr read = FromXml("<aspect>5</aspect><x><blk_port/></x><blk_port mport_para=\"3\"/>");
+        PresPtr fresh(NewDefaultPresData(), FreeBlkPresData);
+        QVERIFY(read);
+        QCOMPARE(QList<int>({read->hsize, read->vsize, read->border, read->aspect, fresh->hsize,
+                             fresh->vsize, fresh->border, fresh->aspect}),
+                 QList<int>({0, 0, 0, 1, 40, 40, 1, 0}));
+        QCOMPARE(read->ports.size(), 2);
+        QCOMPARE(read->ports[0]->mport_para, quint8(0));
+        QCOMPARE(read->ports[1]->mport_para, quint8(1));
+    }
+
+    void broken()
+    {
+        // Broken input gives null, and the record made so far is freed.
+        for (const char *xml : {"<blk_port name=\"a\" type=", "<blk_port/><title>T", "<title>a &amp b</title>"})
+            QVERIFY2(!FromXml(xml), xml);
+    }
+
+    void linkPortsToCode()
+    {
+        BlkPresData pres;
+        BlkPort a, unnamed;
+        a.name = "a";
+        pres.ports = {&a, &unnamed};
+        BlkCodeData code;
+        BlkCodePort cempty, ca;
+        ca.port_name = "a";
+        code.ports = {&cempty, &ca};
+        LinkPortsToCode(&pres, &code);
+        QCOMPARE(a.code_port, &ca);
+        QCOMPARE(unnamed.code_port, nullptr);
+        // A link whose code record is gone is cleared.
+        code.ports.removeAll(&ca);
+        LinkPortsToCode(&pres, &code);
+        QCOMPARE(a.code_port, nullptr);
+        LinkPortsToCode(&pres, nullptr);
+    }
 };
-
-void tst_PresFile::roundTrip()
-{
-    BlkPresData *data = NewDefaultPresData();
-    data->title = "Gain <k> & \"offset\"";
-    data->hsize = 60;
-    data->aspect = 1;
-    data->border = 0;
-    data->images = {new BlkImage{"default", "", "", ""},
-                    new BlkImage{"big&bold", "Basic", "Size", "'Large'"}};
-    data->texts.append(new BlkImageText{"big&bold", "txt<1>", "Basic", "Gain"});
-    // Not alphabetical: the order of the ports is the order of the code records.
-    data->ports = {NewPort("z", 33.33333f), NewPort("a<in>", 0.0f), NewPort("m", 100.0f)};
-    BlkPort *p = data->ports[1];
-    p->dis_text = "x & y";
-    p->type = "Phy.Ref.";
-    p->placement = "Left";
-    p->text_dx = -1.5f;
-    p->text_dy = 1e-7f;
-    p->conn_req = 2;
-    p->vport_para = 2;
-    p->vport_grp = "G";
-    p->vport_entity = "E";
-    p->vport_value = "\"on\"";
-    p->mport_para = 1;
-    p->mport_grp = "G2";
-    p->mport_entity = "E2";
-
-    QTemporaryDir dir;
-    const QString path = dir.filePath("blk_pres.cfg");
-    ErrorList errors;
-    BlkPresFileIO io(dir.path(), &errors, 1);
-    QVERIFY(io.SaveFile(path, data, "ZEMA"));
-    BlkPresData *back = io.LoadFile(path, "ZEMA");
-    QVERIFY(back);
-    QVERIFY(errors.IsEmpty());
-    QCOMPARE(ToXml(back), ToXml(data));
-    QCOMPARE(back->title, data->title);
-    QCOMPARE(back->hsize, 60);
-    QCOMPARE(back->vsize, 40);
-    QCOMPARE(back->aspect, quint8(1));
-    QCOMPARE(back->border, quint8(0));
-    QCOMPARE(back->images[1]->para_value, QString("'Large'"));
-    QCOMPARE(back->texts[0]->text, QString("txt<1>"));
-    QStringList names;
-    for (const BlkPort *port : back->ports)
-        names.append(port->name);
-    QCOMPARE(names, (QStringList{"z", "a<in>", "m"}));
-    // Six significant digits on the way out.
-    QVERIFY(back->ports[0]->per_distance == 33.3333f);
-    const BlkPort *q = back->ports[1];
-    QCOMPARE(q->text_dx, -1.5f);
-    QCOMPARE(q->text_dy, 1e-7f);
-    QCOMPARE(q->vport_value, QString("\"on\""));
-    QCOMPARE(q->conn_req, 2);
-    QCOMPARE(q->mport_entity, QString("E2"));
-    QCOMPARE(q->stub_len, 4.0f);
-    FreeBlkPresData(data);
-    FreeBlkPresData(back);
-}
-
-void tst_PresFile::writerFormat()
-{
-    BlkPresData data;
-    data.title = "T";
-    data.hsize = 40;
-    data.vsize = 30;
-    data.border = 1;
-    BlkImage image{"img", "g", "e", "v"};
-    BlkImageText text{"img", "t", "g", "e"};
-    BlkPort port;
-    port.name = "in";
-    port.per_distance = 33.33333f;
-    port.text_dx = 2.0f;
-    port.mport_para = 1;
-    data.images.append(&image);
-    data.texts.append(&text);
-    data.ports.append(&port);
-    const QByteArray expected =
-        "\n<blk_pres_data>\n"
-        "    <title>T</title>\n"
-        "    <hsize>40</hsize>\n"
-        "    <vsize>30</vsize>\n"
-        "    <aspect>0</aspect>\n"
-        "    <border>1</border>\n"
-        "    <blk_img name=\"img\" para_grp=\"g\" para_entity=\"e\" para_value=\"v\"/>\n"
-        "    <blk_img_text img_name=\"img\" text=\"t\" para_grp=\"g\" para_entity=\"e\"/>\n"
-        "    <blk_port name=\"in\" dis_text=\"\" type=\"\" placement=\"\" per_distance=\"33.3333\""
-        " text_dx=\"2\" text_dy=\"0\" conn_req=\"0\" vport_para=\"0\" vport_grp=\"\""
-        " vport_entity=\"\" vport_value=\"\" mport_para=\"1\" mport_grp=\"\" mport_entity=\"\"/>\n"
-        "</blk_pres_data>";
-    QCOMPARE(ToXml(&data), expected);
-}
-
-void tst_PresFile::imageExtension_data()
-{
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<QString>("loaded");
-    QTest::newRow("extension removed") << "gain.vimg" << "gain";
-    QTest::newRow("no extension") << "gain" << "gain";
-    QTest::newRow("other case kept") << "gain.VIMG" << "gain.VIMG";
-    QTest::newRow("every occurrence") << "a.vimgb.vimg" << "ab";
-}
-
-void tst_PresFile::imageExtension()
-{
-    QFETCH(QString, stored);
-    QFETCH(QString, loaded);
-    BlkPresData *data = FromXml("<blk_pres_data><blk_img name=\"" + stored.toUtf8() +
-                                "\"/><blk_img_text img_name=\"" + stored.toUtf8() +
-                                "\" text=\"a.vimg\"/></blk_pres_data>");
-    QCOMPARE(data->images[0]->name, loaded);
-    QCOMPARE(data->texts[0]->img_name, loaded);
-    QCOMPARE(data->texts[0]->text, QString("a.vimg"));
-    FreeBlkPresData(data);
-}
-
-void tst_PresFile::portAttributes_data()
-{
-    QTest::addColumn<QByteArray>("attributes");
-    QTest::addColumn<int>("mport_para");
-    QTest::addColumn<int>("vport_para");
-    QTest::addColumn<float>("per_distance");
-    QTest::addColumn<QString>("type");
-
-    QTest::newRow("no attributes") << QByteArray() << 0 << 0 << 0.0f << "";
-    QTest::newRow("mport_para missing") << QByteArray("vport_para=\"2\" per_distance=\"12.5\"")
-                                        << 0 << 2 << 12.5f << "";
-    QTest::newRow("mport_para non-zero") << QByteArray("mport_para=\"3\" type=\"Any\"")
-                                         << 1 << 0 << 0.0f << "Any";
-    QTest::newRow("not numbers") << QByteArray("vport_para=\"x\" per_distance=\"half\"")
-                                 << 0 << 0 << 0.0f << "";
-}
-
-void tst_PresFile::portAttributes()
-{
-    QFETCH(QByteArray, attributes);
-    QFETCH(int, mport_para);
-    QFETCH(int, vport_para);
-    QFETCH(float, per_distance);
-    QFETCH(QString, type);
-    BlkPresData *data = FromXml("<blk_pres_data><blk_port " + attributes + "/></blk_pres_data>");
-    QCOMPARE(data->ports.size(), 1);
-    const BlkPort *port = data->ports[0];
-    QCOMPARE(int(port->mport_para), mport_para);
-    QCOMPARE(port->vport_para, vport_para);
-    QCOMPARE(port->per_distance, per_distance);
-    QCOMPARE(port->type, type);
-    QCOMPARE(port->stub_len, 4.0f);
-    QCOMPARE(port->code_port, nullptr);
-    FreeBlkPresData(data);
-}
-
-void tst_PresFile::headDefaults()
-{
-    // The reader starts from zeros, not from the default record of a new block.
-    BlkPresData *read = FromXml("<blk_pres_data><aspect>5</aspect></blk_pres_data>");
-    QCOMPARE(read->hsize, 0);
-    QCOMPARE(read->vsize, 0);
-    QCOMPARE(read->border, quint8(0));
-    QCOMPARE(read->aspect, quint8(1));
-    BlkPresData *fresh = NewDefaultPresData();
-    QCOMPARE(fresh->hsize, 40);
-    QCOMPARE(fresh->vsize, 40);
-    QCOMPARE(fresh->border, quint8(1));
-    QCOMPARE(fresh->aspect, quint8(0));
-    FreeBlkPresData(read);
-    FreeBlkPresData(fresh);
-}
-
-void tst_PresFile::linkPortsToCode()
-{
-    BlkPresData pres;
-    BlkPort a, b, unnamed;
-    a.name = "a";
-    b.name = "b";
-    pres.ports = {&a, &b, &unnamed};
-    BlkCodeData code;
-    BlkCodePort cb, ca, cempty;
-    cb.port_name = "b";
-    ca.port_name = "a";
-    code.ports = {&cb, &cempty, &ca};
-    LinkPortsToCode(&pres, &code);
-    QCOMPARE(a.code_port, &ca);
-    QCOMPARE(b.code_port, &cb);
-    QCOMPARE(unnamed.code_port, nullptr);
-    code.ports.removeAll(&ca);
-    LinkPortsToCode(&pres, &code);
-    QCOMPARE(a.code_port, nullptr);
-    LinkPortsToCode(&pres, nullptr);
-    QCOMPARE(b.code_port, nullptr);
-}
-
-void tst_PresFile::brokenDocuments_data()
-{
-    QTest::addColumn<QByteArray>("xml");
-    QTest::newRow("inside blk_port") << QByteArray("<blk_pres_data><blk_port name=\"a\" type=");
-    QTest::newRow("after a port") << QByteArray("<blk_pres_data><blk_port name=\"a\"/><blk_img/>");
-    QTest::newRow("inside title") << QByteArray("<blk_pres_data><title>T");
-    QTest::newRow("bad entity") << QByteArray("<blk_pres_data><title>a &amp b</title></blk_pres_data>");
-}
-
-void tst_PresFile::brokenDocuments()
-{
-    QFETCH(QByteArray, xml);
-    QTemporaryDir dir;
-    const QString path = dir.filePath("blk_pres.cfg");
-    QVERIFY(WriteBytes(path, XmlDocument(xml)));
-    ErrorList errors;
-    BlkPresFileIO io(dir.path(), &errors, 1);
-    QCOMPARE(io.LoadFile(path, "ZEMA"), nullptr);
-    QCOMPARE(errors.errors.size(), 1);
-}
-
-void tst_PresFile::sectionInsideLargerDocument()
-{
-    const QByteArray xml = "<blk_def_data><blk_para><title>not this</title></blk_para>"
-                           "<blk_pres_data><title>mine</title><extra><blk_port name=\"deep\"/>"
-                           "</extra></blk_pres_data><blk_scheme_data/></blk_def_data>";
-    QXmlStreamReader reader(xml);
-    BlkPresData *data = BlkPresFileIO::ReadPresData(&reader);
-    QVERIFY(data);
-    QCOMPARE(data->title, QString("mine"));
-    // Unknown elements are passed over, but what they hold is still read.
-    QCOMPARE(data->ports.size(), 1);
-    QVERIFY(IsEnd(&reader, "blk_pres_data"));
-    QVERIFY(ToXml(nullptr).isEmpty());
-    FreeBlkPresData(data);
-}
 
 ZEMA_TEST(tst_PresFile)
 #include "tst_PresFile.moc"

@@ -205,23 +205,6 @@ private slots:
         FreeBlkParaData(b);
     }
 
-    void truncatedSectionGivesNull_data()
-    {
-        QTest::addColumn<int>("cut");
-        for (int cut : {30, 200, 700, 1200, 1900})
-            QTest::newRow(qPrintable(QString("cut at %1").arg(cut))) << cut;
-    }
-    void truncatedSectionGivesNull()
-    {
-        QFETCH(int, cut);
-        BlkParaData *data = SampleData();
-        const QByteArray bytes = Written(data);
-        FreeBlkParaData(data);
-        QVERIFY(cut < bytes.size());
-        QXmlStreamReader reader(bytes.left(cut));
-        QVERIFY(!BlkParaFileIO::ReadBlkPara(&reader, true));
-    }
-
     void fileRoundTripAndFailures()
     {
         QTemporaryDir dir;
