@@ -60,12 +60,6 @@ private slots:
         QTEST(packed.licence_token, "token");
     }
 
-    void absoluteRootReplaces()
-    {
-        const PackedArgument packed = ReadPackedArguments({"#cli_on#" + root.path() + "/blocks/../tools"}, "/x");
-        QCOMPARE(packed.root_dir, QFileInfo(root.path() + "/tools").canonicalFilePath());
-    }
-
     void resolvePath_data()
     {
         QTest::addColumn<QString>("path");
@@ -94,13 +88,6 @@ private slots:
         QCOMPARE(SearchDirs(settings, root.path()), QStringList({root.path() + "/blocks", "/lib1"}));
         QCOMPARE(SearchDirs(settings, root.path() + "/tools"), QStringList({root.path() + "/tools", "/lib1"}));
         QCOMPARE(SearchDirs(settings, ""), QStringList{"/lib1"});
-    }
-
-    void makeRelative()
-    {
-        QCOMPARE(MakeRelative("/root/lib", "/root/lib/a/b.wsp"), QString("a/b.wsp"));
-        QCOMPARE(MakeRelative("/root/lib", "/other/b.wsp"), QString("/other/b.wsp"));
-        QCOMPARE(MakeRelative("/root/lib", "/root/lib"), QString(""));
     }
 
     void settingsFile()

@@ -17,6 +17,7 @@
 #include <QSaveFile>
 #include <QTextStream>
 #include <cstdio>
+#include <unistd.h>
 #include <functional>
 
 namespace {
@@ -194,6 +195,13 @@ int main(int argc, char *argv[])
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Standard error carries the tool's messages: no warning about a missing runtime directory.
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+        const QString runtime = QDir::tempPath() + "/runtime-zema-" + QString::number(getuid());
+        QDir().mkpath(runtime);
+        QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv("XDG_RUNTIME_DIR", runtime.toLocal8Bit());
+    }
     QApplication app(argc, argv);
     Prompt::SetAnswerer(std::make_unique<ScriptedAnswerer>(true));
     Prompt::InstallFileReportHook();
