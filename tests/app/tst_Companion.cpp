@@ -46,10 +46,8 @@ private slots:
         for (const char *command : {"dump [--key K] FILE", "pack [--key K] IN OUT", "resave BLOCKDIR"})
             QVERIFY2(help.out.contains(command), command);
         QCOMPARE(Companion({"help", "resave"}).exit_code, 0);
-        QCOMPARE(Companion({}).exit_code, 2);
-        QCOMPARE(Companion({"frobnicate"}).exit_code, 2);
-        QCOMPARE(Companion({"dump", "--key", "x", "f"}).exit_code, 2);
-        QCOMPARE(Companion({"pack", "only-one"}).exit_code, 2);
+        for (const QStringList &bad : {QStringList{}, {"frobnicate"}, {"dump", "--key", "x", "f"}, {"pack", "only-one"}})
+            QCOMPARE(Companion(bad).exit_code, 2);
     }
 
     void packAndDumpAreInverse_data()
@@ -57,7 +55,6 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::newRow("default key") << "";
         QTest::newRow("table key") << "2";
-        QTest::newRow("own key") << "77";
     }
     void packAndDumpAreInverse()
     {
@@ -88,11 +85,6 @@ private slots:
         run = Companion({"dump", dir.filePath("plain.xml")});
         QCOMPARE(run.exit_code, 2);
         QVERIFY(run.err.contains("plain.xml: File Loading Error: "));
-
-        QVERIFY(WriteBytes(dir.filePath("keep.enc"), "old"));
-        run = Companion({"pack", missing, dir.filePath("keep.enc")});
-        QCOMPARE(run.exit_code, 2);
-        QCOMPARE(ReadBytes(dir.filePath("keep.enc")), QByteArray("old"));
     }
 
     void resavePassesThroughEveryReader()

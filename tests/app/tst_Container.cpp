@@ -74,7 +74,6 @@ private slots:
     void damagedInputDecodesToNothing_data()
     {
         QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("short") << QByteArray("\x01\x02", 2);
         QTest::newRow("plain text") << QByteArray("<?xml version=\"1.0\"?><a/>");
         // A length in front claiming 2 GB must not make anyone reserve it.
         QTest::newRow("huge length") << QByteArray("\x7f\xff\xff\xff\x78\x9c\x01\x02\x03", 9);
