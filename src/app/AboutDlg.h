@@ -1,0 +1,11 @@
+// The About box: the tool's name, its version and one line on what it is for.
+#pragma once
+
+#include <QDialog>
+
+class AboutDlg : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit AboutDlg(const QString &tool_version, QWidget *parent = nullptr);
+};
