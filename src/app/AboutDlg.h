@@ -2,10 +2,17 @@
 #pragma once
 
 #include <QDialog>
+#include <QStringList>
 
 class AboutDlg : public QDialog
 {
     Q_OBJECT
 public:
     explicit AboutDlg(const QString &tool_version, QWidget *parent = nullptr);
+
+    // The lines the box shows, for runs where nobody sees it.
+    QStringList Texts() const;
+
+private:
+    QStringList texts;
 };

@@ -26,6 +26,7 @@ struct AppSettings {
     qint32 licence_level = 0;      // 0: no valid token
     qint32 licence_modules = 0;
     qint32 licence_expiry = 0;
+    QString licence_token;         // as handed over, for child tools and the title
     QStringList extra_lists[2];
     QString extra_texts[2];
 };

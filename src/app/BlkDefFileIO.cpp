@@ -86,6 +86,13 @@ QStringList DefinitionFiles(const QString &block_path, const QString &name_hint)
     return files;
 }
 
+// "<dir>/<dir name>.bdef", the name a new block's file gets.
+QString DefaultDefinitionFile(const QString &block_path)
+{
+    const QString dir = QDir::cleanPath(block_path);
+    return dir + "/" + QFileInfo(dir).fileName() + ".bdef";
+}
+
 void DropDeletedWorkspaces(BlkDefData *def_data, const QString &block_path)
 {
     const QDir dir(block_path);
@@ -118,9 +125,8 @@ bool LoadBlockData(BlockData *block, const QString &name_hint, ErrorList *error_
                    const QString &title, bool silent)
 {
     const QStringList files = DefinitionFiles(block->path, name_hint);
-    if (files.isEmpty())
-        return false;
-    const QString file = files.first();
+    // A directory without a definition file still goes through the open, so the failure is told.
+    const QString file = files.isEmpty() ? DefaultDefinitionFile(block->path) : files.first();
     BlkDefFileIO io(QString(), error_list, silent);
     QXmlStreamReader *reader = io.OpenForRead(file, title);
     if (!reader)
@@ -157,15 +163,7 @@ bool LoadBlockData(BlockData *block, const QString &name_hint, ErrorList *error_
 bool SaveBlockData(BlockData *block, ErrorList *error_list, const QString &title, bool silent)
 {
     QStringList files = DefinitionFiles(block->path, QString());
-    QString file;
-    if (!files.isEmpty()) {
-        file = files.first();
-    } else {
-        const int slash = block->path.lastIndexOf('/');
-        if (slash < 0)
-            return false;
-        file = block->path + "/" + block->path.mid(slash + 1) + ".bdef";
-    }
+    const QString file = files.isEmpty() ? DefaultDefinitionFile(block->path) : files.first();
     BlkDefFileIO io(QString(), error_list, silent);
     QXmlStreamWriter *writer = io.OpenForWrite(file, title);
     if (!writer)

@@ -168,6 +168,31 @@ bool HasNoResizeHandle(const BlkParaData *config)
     return type >= 341 && type <= 344;
 }
 
+bool IsPrimaryBlock(const BlkParaData *config)
+{
+    return ValueIs(config, "Basic", "Block Primary/Secondary", "Primary");
+}
+
+bool HasPrivateData(const BlkParaData *config)
+{
+    return ValueIs(config, "Basic", "Has Private Data", "Yes");
+}
+
+bool InsertsCodeFromFiles(const BlkParaData *config)
+{
+    return ValueIs(config, "Code-Basic", "Insert Code From Files", "Yes");
+}
+
+bool HasDynamicMemory(const BlkParaData *config)
+{
+    return ValueIs(config, "Advanced", "Has Dynamically Allocated Memory", "Yes");
+}
+
+QString HeaderFileNameOf(const BlkParaData *config)
+{
+    return Value(config, "Code-Basic", "Header File Name");
+}
+
 quint32 BlockIdOf(const BlockData *block) { return BlockIdOf(ConfigOf(block)); }
 QString BlockNameOf(const BlockData *block) { return BlockNameOf(ConfigOf(block)); }
 QString BlockVersionOf(const BlockData *block) { return BlockVersionOf(ConfigOf(block)); }
@@ -192,3 +217,8 @@ bool IsStructure(const BlockData *block) { return IsStructure(ConfigOf(block)); 
 bool IsStaticClass(const BlockData *block) { return IsStaticClass(ConfigOf(block)); }
 QString MemoryRequirement(const BlockData *block, int which) { return MemoryRequirement(ConfigOf(block), which); }
 bool HasNoResizeHandle(const BlockData *block) { return HasNoResizeHandle(ConfigOf(block)); }
+bool IsPrimaryBlock(const BlockData *block) { return IsPrimaryBlock(ConfigOf(block)); }
+bool HasPrivateData(const BlockData *block) { return HasPrivateData(ConfigOf(block)); }
+bool InsertsCodeFromFiles(const BlockData *block) { return InsertsCodeFromFiles(ConfigOf(block)); }
+bool HasDynamicMemory(const BlockData *block) { return HasDynamicMemory(ConfigOf(block)); }
+QString HeaderFileNameOf(const BlockData *block) { return HeaderFileNameOf(ConfigOf(block)); }

@@ -34,6 +34,11 @@ bool IsStaticClass(const BlkParaData *config);
 QString MemoryRequirement(const BlkParaData *config, int which);
 // Custom block types 341 to 344 are drawn without a resize handle.
 bool HasNoResizeHandle(const BlkParaData *config);
+bool IsPrimaryBlock(const BlkParaData *config);
+bool HasPrivateData(const BlkParaData *config);
+bool InsertsCodeFromFiles(const BlkParaData *config);
+bool HasDynamicMemory(const BlkParaData *config);
+QString HeaderFileNameOf(const BlkParaData *config);
 
 quint32 BlockIdOf(const BlockData *block);
 QString BlockNameOf(const BlockData *block);
@@ -59,3 +64,8 @@ bool IsStructure(const BlockData *block);
 bool IsStaticClass(const BlockData *block);
 QString MemoryRequirement(const BlockData *block, int which);
 bool HasNoResizeHandle(const BlockData *block);
+bool IsPrimaryBlock(const BlockData *block);
+bool HasPrivateData(const BlockData *block);
+bool InsertsCodeFromFiles(const BlockData *block);
+bool HasDynamicMemory(const BlockData *block);
+QString HeaderFileNameOf(const BlockData *block);

@@ -1,0 +1,713 @@
+#include "app/MainWindow.h"
+
+#include "app/AboutDlg.h"
+#include "app/AppIcons.h"
+#include "app/AppSettings.h"
+#include "app/BlkDefFileIO.h"
+#include "app/BlockAccessors.h"
+#include "app/BlockData.h"
+#include "app/Entitlement.h"
+#include "app/ErrorListDlg.h"
+#include "app/Prompt.h"
+#include "codegen/CodeNames.h"
+#include "help/ManualTopic.h"
+#include "pages/BlkHelpData.h"
+#include "params/BlkParaData.h"
+#include "params/ConfigurationChecks.h"
+#include "params/ConfigurationEntities.h"
+#include "params/ParameterDlg.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QProcess>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QUrl>
+
+namespace {
+
+const char kTitle[] = "ZEMA Block Tool";
+const int kHardwareTab = 6;
+
+const char *const kTabTitles[] = {"Configuration", "Parameters",   "Parameter Models",
+                                  "Initial Conditions", "Presentation", "Schematics",
+                                  "Hardware I/O",  "Code",         "Miscellaneous",
+                                  "Help"};
+
+AppSettings &Settings()
+{
+    AppSettings *settings = GlobalSettings();
+    return settings ? *settings : *CreateAppSettings(nullptr);
+}
+
+int LicenceLevel()
+{
+    return Settings().licence_level;
+}
+
+// The first number of a version text: what a product release and a block library agree on.
+int MajorVersion(const QString &version)
+{
+    return version.section('.', 0, 0).toInt();
+}
+
+// Copies `from` into `to`, recursively, file by file; files already there stay.
+void CopyTree(const QString &from, const QString &to)
+{
+    QDir source(from);
+    if (!source.exists())
+        return;
+    QDir().mkpath(to);
+    for (const QFileInfo &info : source.entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot
+                                                      | QDir::Hidden)) {
+        const QString target = to + "/" + info.fileName();
+        if (info.isDir())
+            CopyTree(info.filePath(), target);
+        else
+            QFile::copy(info.filePath(), target);
+    }
+}
+
+} // namespace
+
+MainWindow::MainWindow(const QString &tool_version, bool cli_on, QWidget *parent)
+    : QMainWindow(parent), tool_version(tool_version), cli_on(cli_on)
+{
+    InitIcons();
+    setWindowTitle(kTitle);
+    setWindowIcon(QIcon(QStringLiteral(":/icon-logo")));
+    resize(1024, 600);
+    CreateActions();
+    CreateTabs();
+    statusBar()->showMessage(QStringLiteral("Ready"));
+}
+
+MainWindow::~MainWindow()
+{
+    DeletePages();
+    if (block) {
+        FreeImageList(block->images);
+        block->images = nullptr;
+        FreeBlockData(block);
+        block = nullptr;
+    }
+    if (GlobalSettings() && GlobalSettings()->main_window == this)
+        GlobalSettings()->main_window = nullptr;
+}
+
+QAction *MainWindow::AddAction(QMenu *menu, QToolBar *bar, const QString &text, const QString &icon,
+                               const QString &status_tip)
+{
+    auto *action = new QAction(QIcon(icon), text, this);
+    action->setStatusTip(status_tip);
+    menu->addAction(action);
+    bar->addAction(action);
+    return action;
+}
+
+void MainWindow::CreateActions()
+{
+    auto make_bar = [this](const QString &title) {
+        QToolBar *bar = addToolBar(title);
+        bar->setObjectName(title);
+        bar->setIconSize(QSize(24, 24));
+        bar->setMovable(false);
+        return bar;
+    };
+    filewiz_bar = make_bar(QStringLiteral("FileWiz"));
+    file_bar = make_bar(QStringLiteral("File"));
+    edit_bar = make_bar(QStringLiteral("Edit"));
+    help_bar = make_bar(QStringLiteral("Help"));
+    batch_bar = make_bar(QStringLiteral("Batch"));
+    batch_bar->hide();
+
+    filewiz_menu = menuBar()->addMenu(QStringLiteral("&FileWiz"));
+    file_menu = menuBar()->addMenu(QStringLiteral("&File"));
+    edit_menu = menuBar()->addMenu(QStringLiteral("&Edit"));
+    help_menu = menuBar()->addMenu(QStringLiteral("&Help"));
+    batch_menu = menuBar()->addMenu(QStringLiteral("&Batch Process"));
+
+    // Triggered signals carry a "checked" flag; the lambdas keep it out of the slots' arguments.
+    QAction *wizard = AddAction(filewiz_menu, filewiz_bar, "New (wizard based)", ":/icon-new-wizard",
+                                "Create New Block (Wizard Based)");
+    connect(wizard, &QAction::triggered, this, [this] { NewWizardAct(); });
+    // The wizard arrives with the automation of block creation.
+    wizard->setEnabled(false);
+
+    QAction *act = AddAction(file_menu, file_bar, "&New", ":/icon-new", "Create New Block");
+    act->setShortcut(QKeySequence::New);
+    connect(act, &QAction::triggered, this, [this] { NewAct(); });
+    act = AddAction(file_menu, file_bar, "&Open", ":/icon-open", "Open Existing Block");
+    act->setShortcut(QKeySequence::Open);
+    connect(act, &QAction::triggered, this, [this] { OpenAct(); });
+    act = AddAction(file_menu, file_bar, "&Save", ":/icon-save", "Save Changes");
+    act->setShortcut(QKeySequence::Save);
+    connect(act, &QAction::triggered, this, [this] { SaveAct(); });
+    act = AddAction(file_menu, file_bar, "&Close", ":/icon-close", "Close Block");
+    act->setShortcut(QKeySequence::Close);
+    connect(act, &QAction::triggered, this, [this] { CloseAct(); });
+
+    act = AddAction(edit_menu, edit_bar, "&Validate", ":/icon-validate", "Validate Data");
+    connect(act, &QAction::triggered, this, [this] { ValidateAct(); });
+
+    act = AddAction(help_menu, help_bar, "ImageEditor", ":/icon-img-edit", "Open ZEMA Image Editor");
+    act->setToolTip(QStringLiteral("Open Image Editor"));
+    connect(act, &QAction::triggered, this, [this] { OpenImageEditorAct(); });
+    act = AddAction(help_menu, help_bar, "OpenFolder", ":/icon-folder", "Open Block Folder In Explorer");
+    act->setToolTip(QStringLiteral("Open In Explorer"));
+    connect(act, &QAction::triggered, this, [this] { ShowFolderAct(); });
+    act = AddAction(help_menu, help_bar, "&Help", ":/icon-help", "Help");
+    act->setShortcut(QKeySequence::HelpContents);
+    connect(act, &QAction::triggered, this, [this] { HelpAct(); });
+    act = AddAction(help_menu, help_bar, "&About", ":/icon-about", "About ZEMA Block Tool");
+    connect(act, &QAction::triggered, this, [this] { AboutAct(); });
+
+    act = AddAction(batch_menu, batch_bar, "&Encrypt Code Files", ":/icon-encrypt", "Encrypt Code Files");
+    connect(act, &QAction::triggered, this, [this] { EncryptCodeFilesAct(); });
+    // The conversion of code files arrives with code generation.
+    act->setEnabled(false);
+    act = AddAction(batch_menu, batch_bar, "&Batch Process", ":/icon-batch", "Batch Process");
+    connect(act, &QAction::triggered, this, [this] { BatchProcAct(); });
+
+    // The sixth menu shows and hides the tool bars a user works with; "Batch" stays hidden.
+    view_menu = menuBar()->addMenu(QStringLiteral("&View"));
+    for (QToolBar *bar : {filewiz_bar, file_bar, edit_bar, help_bar})
+        view_menu->addAction(bar->toggleViewAction());
+}
+
+void MainWindow::CreateTabs()
+{
+    tabs = new QTabWidget(this);
+    tabs->setUsesScrollButtons(true);
+    tabs->setTabsClosable(false);
+    tabs->setMovable(false);
+    tabs->setTabPosition(QTabWidget::North);
+    tabs->setTabShape(QTabWidget::Rounded);
+    for (const char *title : kTabTitles) {
+        auto *area = new QScrollArea(tabs);
+        area->setFrameShape(QFrame::NoFrame);
+        tabs->addTab(area, QString::fromLatin1(title));
+    }
+    tabs->setCurrentIndex(0);
+    connect(tabs, &QTabWidget::currentChanged, this, &MainWindow::TabPageChanged);
+    setCentralWidget(tabs);
+}
+
+void MainWindow::LateInitialise()
+{
+    AppSettings &settings = Settings();
+    settings.main_window = this;
+    setWindowTitle(BaseTitle());
+    error_list = new ErrorListDlg(QStringLiteral("Block Configuration Errors"),
+                                  QStringLiteral("Following errors/warnings are found"), QString(), 0,
+                                  this);
+    initialised = 1;
+    last_dir = settings.root_dir;
+    PrepareUserDir(&settings);
+    // The command interface joins here when it exists; until then cli_on only keeps boxes quiet.
+}
+
+QString MainWindow::BaseTitle() const
+{
+    return QString::fromLatin1(kTitle)
+           + LicenceTitleSuffix(ReadLicenceToken(Settings().licence_token));
+}
+
+QString MainWindow::BlockDir() const
+{
+    if (block_parent.isEmpty() || block_name.isEmpty())
+        return QString();
+    return block_parent + "/" + block_name;
+}
+
+void MainWindow::PutPage(int tab, QWidget *page)
+{
+    auto *area = static_cast<QScrollArea *>(tabs->widget(tab));
+    area->setWidget(page);
+    page->show();
+}
+
+void MainWindow::FitPages()
+{
+    if (!block_open || !tabs->currentWidget())
+        return;
+    const QSize size = tabs->currentWidget()->size() - QSize(4, 4);
+    for (int tab = 0; tab < tabs->count(); ++tab)
+        if (QWidget *page = static_cast<QScrollArea *>(tabs->widget(tab))->widget())
+            page->resize(size.expandedTo(page->minimumSizeHint()));
+}
+
+
+bool MainWindow::ConfirmClose()
+{
+    if (!block_open)
+        return true;
+    if (!Prompt::Question(this, QStringLiteral("Do you want to close existing block configuration."),
+                          QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes))
+        return false;
+    return CloseAct(false, false);
+}
+
+void MainWindow::NewAct()
+{
+    if (!ConfirmClose())
+        return;
+    block_parent.clear();
+    block_name.clear();
+    batch_mode = 0;
+    OpenProject(QString(), false);
+}
+
+void MainWindow::OpenAct()
+{
+    if (!ConfirmClose())
+        return;
+    const QString file = Prompt::OpenFileName(this, QStringLiteral("Select Block Definition File"),
+                                              last_dir,
+                                              QStringLiteral("Block Definition Files (*.bdef)"));
+    batch_mode = 0;
+    if (!file.isEmpty())
+        OpenProjectFile(file);
+}
+
+void MainWindow::OpenProjectFile(const QString &fpath)
+{
+    const QString dir = QDir::fromNativeSeparators(fpath).section('/', 0, -2);
+    block_name = dir.section('/', -1);
+    block_parent = dir.section('/', 0, -2);
+    OpenProject(dir, false);
+}
+
+bool MainWindow::OpenProject(const QString &path, bool silent)
+{
+    if (block_open)
+        return false; // a second block would orphan the pages of the first
+    error_list->ClearMessages();
+    validated = 0;
+    block = new BlockData;
+    block->path = path;
+    if (!path.isEmpty()) {
+        if (!LoadBlockData(block, QString(), error_list, QStringLiteral("ZEMA"), silent)) {
+            FreeImageList(block->images);
+            block->images = nullptr;
+            FreeBlockData(block);
+            block = nullptr;
+            return false;
+        }
+        last_dir = path.section('/', 0, -2);
+    }
+    if (path.isEmpty() || !block->def_data) {
+        block->def_data = new BlkDefData;
+        block->def_data->param_changed = 1;
+    }
+
+    BlkParaData *config = LoadConfiguration(path, block);
+    // The block owns its Configuration from here; the page only points into it.
+    block->config = config;
+    const QStringList help_files = block->help ? block->help->file_name : QStringList();
+    config_page = new ParameterDlg(false, config, LicenceLevel() >= kVendorLicenceLevel, false, false,
+                                   path, QStringLiteral("Parameters"), help_files.value(0));
+
+    if (!path.isEmpty()) {
+        if (!AuthenticateOpenBlock(silent)) {
+            delete config_page;
+            config_page = nullptr;
+            FreeImageList(block->images);
+            block->images = nullptr;
+            FreeBlockData(block);
+            block = nullptr;
+            return false;
+        }
+        CheckBlockVersion(silent);
+    }
+    PutPage(0, config_page);
+    // The other pages join their tabs here, in tab order, as they are built.
+
+    block_open = 1;
+    setWindowTitle(QString::fromLatin1(kTitle) + ": " + path);
+    tabs->setTabEnabled(kHardwareTab, false);
+    // Embedded pages lay themselves out on a resize.
+    resize(width() - 1, height() - 1);
+    resize(width() + 1, height() + 1);
+    FitPages();
+    return true;
+}
+
+bool MainWindow::AuthenticateOpenBlock(bool silent)
+{
+    QString reason;
+    if (AuthenticateBlock(config_page->data, &reason))
+        return true;
+    error_list->AddMessage(ErrorList::Error, reason);
+    if (!silent && !batch_mode)
+        Prompt::Critical(this, reason);
+    return false;
+}
+
+void MainWindow::CheckBlockVersion(bool silent)
+{
+    const QString block_version = ToolVersionOf(config_page->data);
+    if (block_version.isEmpty())
+        return;
+    if (!tool_version.isEmpty() && MajorVersion(block_version) <= MajorVersion(tool_version))
+        return;
+    const QString text =
+        QStringLiteral("Block library version is incompatible with current ZEMA version.");
+    if (batch_mode)
+        error_list->AddMessage(ErrorList::Warning, text);
+    else if (!silent)
+        Prompt::Warning(this, text);
+}
+
+
+BlkParaData *MainWindow::LoadConfiguration(const QString &path, BlockData *block)
+{
+    return LoadConfigurationData(path, block, LicenceLevel());
+}
+
+void MainWindow::SaveConfiguration(const QString &path, bool renamed, BlockData *block)
+{
+    if (!config_page)
+        return;
+    SaveConfigurationData(path, renamed, block, config_page->data, error_list);
+    if (renamed)
+        ShowEditorText(QStringLiteral("Basic"), QStringLiteral("Block ID"));
+}
+
+namespace {
+
+ConfigurationContext ContextOf(ParameterDlg *config_page, BlockData *block, const QString &parent,
+                               const QString &name)
+{
+    ConfigurationContext context;
+    context.config = config_page ? config_page->data : nullptr;
+    if (block) {
+        context.params = block->params;
+        context.initconds = block->initconds;
+        context.code = block->code;
+        context.pres = block->pres;
+    }
+    context.block_parent = parent;
+    context.block_name = name;
+    return context;
+}
+
+} // namespace
+
+void MainWindow::ValidateConfiguration(ErrorList *list)
+{
+    if (config_page)
+        ValidateConfigurationData(ContextOf(config_page, block, block_parent, block_name), list);
+}
+
+void MainWindow::ValidateMemoryEntities(ErrorList *list)
+{
+    if (config_page)
+        ValidateMemoryEntitiesData(ContextOf(config_page, block, block_parent, block_name), list);
+}
+
+void MainWindow::ShowEditorText(const QString &header, const QString &label)
+{
+    ParaEntity *entity = FindEntity(config_page->data, header, label);
+    if (auto *edit = qobject_cast<QLineEdit *>(entity ? entity->editor : nullptr))
+        edit->setText(entity->sel_val);
+}
+
+
+bool MainWindow::ValidateAct(bool dont_show_warnings, bool silent)
+{
+    error_list->ClearMessages();
+    if (!block_open)
+        return true;
+    ValidateConfiguration(error_list);
+    ValidateMemoryEntities(error_list);
+    // The other pages validate here, in tab order, as they are built; Hardware I/O never does.
+    validated = 1;
+    if (!silent && !error_list->IsEmpty() && !batch_mode
+        && !(dont_show_warnings && !error_list->HasErrors()))
+        error_list->ShowMessages();
+    return !error_list->HasErrors();
+}
+
+bool MainWindow::SaveAct(bool silent)
+{
+    if (!block_open)
+        return false;
+    ValidateAct(silent, false);
+    if (error_list->HasErrors()) {
+        if (!silent)
+            Prompt::Critical(this, QStringLiteral("Cannot save data. Block configuration data contains errors."));
+        return false;
+    }
+    if (!silent && error_list->HasWarnings() && !batch_mode
+        && Prompt::Ask(this, QStringLiteral("Warnings are present in block configuration data. Press OK to continue saving."),
+                       QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok) != QMessageBox::Ok)
+        return false;
+    QString parent = block_parent;
+    if (parent.isEmpty()) {
+        parent = Prompt::ExistingDirectory(this, QStringLiteral("Select Block Parent Directory"),
+                                           Settings().root_dir);
+        if (parent.isEmpty())
+            return false;
+    }
+    // A refused rename or a directory failure still counts as saved for the caller.
+    WriteBlock(QDir::fromNativeSeparators(parent), silent);
+    return true;
+}
+
+bool MainWindow::MakeBlockDirectory(const QString &dir, bool silent)
+{
+    const QFileInfo parent(dir.section('/', 0, -2));
+    if (!parent.isDir() || !parent.isExecutable()) {
+        if (!silent)
+            Prompt::Critical(this, QStringLiteral("Cannot access selected directory."));
+        return false;
+    }
+    if (!QDir().mkdir(dir)) {
+        if (!silent)
+            Prompt::Critical(this, QStringLiteral("Cannot create block directory with specified name."));
+        return false;
+    }
+    QDir(dir).mkdir(QStringLiteral("src"));
+    QDir(dir).mkdir(QStringLiteral("doc"));
+    return true;
+}
+
+bool MainWindow::WriteBlock(const QString &parent_dir, bool silent)
+{
+    if (!config_page)
+        return false;
+    const QString name = BlockNameOf(config_page->data);
+    bool renamed = false;
+    if (!block_name.isEmpty() && block_name != name) {
+        if (!silent
+            && !Prompt::Question(this, QStringLiteral("Specified block directory name does not match with existing directory name. Do you want to save the block data to new directory name."),
+                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes))
+            return false;
+        renamed = true;
+    }
+    const QString old_dir = BlockDir();
+    const QString dir = parent_dir + "/" + name;
+    if (!QFileInfo(dir).isDir() && !MakeBlockDirectory(dir, silent))
+        return false;
+    if (renamed) {
+        // Only the folders the new directory has are carried over; the old directory remains.
+        for (const QString &sub : QDir(dir).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            CopyTree(old_dir + "/" + sub, dir + "/" + sub);
+    }
+
+    block_parent = parent_dir;
+    block_name = name;
+    const QString path = QFileInfo(dir).canonicalFilePath();
+    if (!block)
+        block = new BlockData;
+    block->path = path;
+    if (!block->def_data)
+        block->def_data = new BlkDefData;
+
+    SaveConfiguration(path, renamed, block);
+    // The other pages store their data into the block here, in tab order, as they are built.
+
+    // The drawings are kept by the image editor in the file on disk, never by the pages.
+    auto *scratch = new BlockData;
+    scratch->path = path;
+    LoadBlockData(scratch, QString(), nullptr, QStringLiteral("ZEMA"), true);
+    if (scratch->images && !scratch->images->isEmpty()) {
+        FreeImageList(block->images);
+        block->images = scratch->images;
+        scratch->images = nullptr;
+    }
+    FreeImageList(scratch->images);
+    scratch->images = nullptr;
+    FreeBlockData(scratch);
+
+    block->block_id = BlockIdOf(block->config);
+    FillDefaultCodeNames();
+    // A failure to write the file itself is told to nobody, and the save still counts.
+    SaveBlockData(block, nullptr, QStringLiteral("ZEMA"), true);
+    setWindowTitle(QString::fromLatin1(kTitle) + ": " + parent_dir + "/" + name);
+    return true;
+}
+
+void MainWindow::FillDefaultCodeNames()
+{
+    BlkParaData *config = config_page->data;
+    ParaEntity *header = FindEntity(config, QStringLiteral("Code-Basic"), QStringLiteral("Header File Name"));
+    if (!header || !header->sel_val.isEmpty() || IsBlockIntrinsic(config))
+        return;
+    const QString class_name = BlockClassName(config);
+    header->sel_val = class_name + ".h";
+    ShowEditorText(QStringLiteral("Code-Basic"), QStringLiteral("Header File Name"));
+    // Real32 comes twice: the order of the original pass, kept as it is.
+    for (const char *kind : {"Real32", "Real64", "Integer16", "Integer32", "Integer64", "Real32"}) {
+        const QString label = QStringLiteral("Class/Structure Name (%1)").arg(QLatin1String(kind));
+        if (ParaEntity *entity = FindEntity(config, QStringLiteral("Code-Basic"), label)) {
+            entity->sel_val = class_name;
+            ShowEditorText(QStringLiteral("Code-Basic"), label);
+        }
+    }
+}
+
+
+void MainWindow::DeletePages()
+{
+    // Pages point into the block's records, so they go before the block.
+    delete config_page;
+    config_page = nullptr;
+}
+
+bool MainWindow::CloseAct(bool silent, bool def_save)
+{
+    if (!block_open)
+        return true;
+    QMessageBox::StandardButton answer = def_save ? QMessageBox::Save : QMessageBox::Discard;
+    if (!silent)
+        answer = Prompt::Ask(this, QStringLiteral("Do you want to save changes before closing."),
+                             QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                             QMessageBox::Save);
+    if (answer == QMessageBox::Cancel)
+        return false;
+    if (answer == QMessageBox::Save)
+        SaveAct(silent); // the block closes even when the save was refused
+    block_open = 0;
+    DeletePages();
+    FreeImageList(block->images);
+    block->images = nullptr;
+    FreeBlockData(block);
+    block = nullptr;
+    setWindowTitle(BaseTitle());
+    return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    // The command interface is asked to finish here once it exists.
+    CloseAct(cli_on, false);
+    if (block_open)
+        event->ignore();
+    else
+        event->accept();
+}
+
+void MainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    FitPages();
+}
+
+void MainWindow::ExitAct()
+{
+    close();
+}
+
+
+void MainWindow::BatchProcAct()
+{
+    batch_failed.clear();
+    if (block_open) {
+        Prompt::Critical(this, QStringLiteral("Close present project before proceeding"));
+        return;
+    }
+    const QString root = Prompt::ExistingDirectory(
+        this, QStringLiteral("Select Root Directory For Batch Processing"), Settings().root_dir);
+    if (root.isEmpty())
+        return;
+    QStringList files;
+    QDirIterator it(root, {QStringLiteral("*.bdef")}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        files.append(QDir::fromNativeSeparators(it.next()));
+    files.sort();
+    if (!Prompt::Question(this, QStringLiteral("Total %1 files found. Do you want to process the files.").arg(files.size()),
+                          QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes))
+        return;
+
+    batch_mode = 1;
+    for (int i = 0; i < files.size(); ++i) {
+        OpenProjectFile(files[i]);
+        if (!block_open) {
+            batch_failed.append(files[i]);
+            continue;
+        }
+        CloseAct(true, false);
+        if (block_open) {
+            Prompt::Critical(this, QStringLiteral("Cannot close project %1. Aborting batch processing").arg(files[i]));
+            batch_failed.append(files.mid(i));
+        }
+    }
+    batch_mode = 0;
+
+    if (batch_failed.isEmpty()) {
+        Prompt::Information(this, QStringLiteral("Batch file processing completed."));
+        return;
+    }
+    error_list->ClearMessages();
+    for (const QString &file : batch_failed)
+        error_list->AddMessage(ErrorList::Error, file);
+    // The long-lived list keeps these texts for later validations, as it always has.
+    error_list->SetTexts(QStringLiteral("ZEMA"), QStringLiteral("Following files cannot be processed"));
+    error_list->ShowMessages();
+    error_list->ClearMessages();
+}
+
+// The update step of a batch run: a frame kept for later use, never called.
+bool MainWindow::BatchProcessUpdation()
+{
+    return false;
+}
+
+
+void MainWindow::ShowFolderAct()
+{
+    const QString dir = BlockDir();
+    if (!dir.isEmpty())
+        QDesktopServices::openUrl(QUrl::fromLocalFile(dir));
+}
+
+void MainWindow::OpenImageEditorAct()
+{
+    const AppSettings &settings = Settings();
+    QStringList args{"#" + settings.root_dir, "#" + settings.third_dir};
+    if (block_open && block)
+        args.append("#" + block->path);
+    const QString program = settings.bin_dir + "/ImgEditor";
+    if (!QProcess::startDetached(program, args))
+        Prompt::Warning(this, QStringLiteral("Cannot start the image editor %1.").arg(program));
+}
+
+void MainWindow::NewWizardAct()
+{
+    if (block_open) {
+        Prompt::Information(this, QStringLiteral("Please close existing project and try again."));
+        return;
+    }
+    // The wizard's steps join here with the automation of block creation.
+}
+
+void MainWindow::HelpAct()
+{
+    ShowManualTopic(Settings().root_dir, 5300, QStringLiteral("topics/Block_Tool.htm"));
+}
+
+void MainWindow::AboutAct()
+{
+    AboutDlg dialog(tool_version, this);
+    Prompt::Exec(&dialog, dialog.Texts());
+}
+
+// Kept empty: no action is wired to it.
+void MainWindow::SaveAsAct() {}
+
+// Kept empty: wired to the tab widget, with nothing to do on a change of tab.
+void MainWindow::TabPageChanged(int) {}
+
+// Arrives with the conversion of code files.
+void MainWindow::EncryptCodeFilesAct() {}

@@ -6,6 +6,7 @@
 #include <QTextBrowser>
 
 class QAction;
+class QMenu;
 struct WSP_BLK_ITEM_STRUCT;
 
 class HelpWnd : public QTextBrowser
@@ -15,6 +16,10 @@ public:
     explicit HelpWnd(QWidget *parent = nullptr);
 
     void ClearFile();
+    // The menu that a right click pops up, owned by the caller; `position` in viewport coordinates.
+    QMenu *BuildContextMenu(const QPoint &position = QPoint());
+    // Hides the entries that make no sense for a block's page and adds ours around "Reload".
+    void AdjustContextMenu(QMenu *menu);
 
     QString current_file;
     QAction *home_act = nullptr;

@@ -33,6 +33,8 @@ public:
                              bool update_editors);
     // Handling of a combo box change of the entity at (group, entity).
     void EntitySelectionChanged(int group, int entity, int index);
+    // The entity at (group, entity) of `data`, or null when there is none (or no data).
+    ParaEntity *EntityAt(int group, int entity) const;
 
     QString path;
     BlkParaData *data = nullptr;
@@ -59,4 +61,12 @@ public slots:
     void OKPressed();
     void CancelPressed();
     void HelpPressed();
+
+private:
+    void ApplyModelDefaults();
+    void ResolveControls();
+    void BuildForm();
+    bool EditorMayEnable(const ParaEntity *entity) const;
+    void UndoEffect(ParaEntity *entity);
+    void ApplyAction(ParaEntity *entity, const QString &act_type);
 };

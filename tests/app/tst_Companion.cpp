@@ -2,7 +2,11 @@
 #include "SampleBlock.h"
 #include "TestFiles.h"
 #include "TestRegistry.h"
+#include "app/BlkDefFileIO.h"
+#include "app/BlockData.h"
 #include "app/EncodeBuffer.h"
+#include "app/Entitlement.h"
+#include "params/BlkParaData.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -43,7 +47,7 @@ private slots:
     {
         Run help = Companion({"--help"});
         QCOMPARE(help.exit_code, 0);
-        for (const char *command : {"dump [--key K] FILE", "pack [--key K] IN OUT", "resave BLOCKDIR"})
+        for (const char *command : {"dump [--key K] FILE", "pack [--key K] IN OUT", "resave BLOCKDIR", "check BLOCKDIR...", "save BLOCKDIR", "batch DIR"})
             QVERIFY2(help.out.contains(command), command);
         QCOMPARE(Companion({"help", "resave"}).exit_code, 0);
         for (const QStringList &bad : {QStringList{}, {"frobnicate"}, {"dump", "--key", "x", "f"}, {"pack", "only-one"}})
@@ -91,7 +95,7 @@ private slots:
         QCOMPARE(ReadBytes(path + "/broken.bdef"), disk);
         QDir().mkpath(dir.filePath("empty"));
         run = Companion({"resave", dir.filePath("empty")});
-        QVERIFY(run.exit_code == 2 && run.err.contains("No block definition file"));
+        QVERIFY(run.exit_code == 2 && run.err.contains("Cannot open file: " + dir.filePath("empty/empty.bdef")));
         QVERIFY(QDir(dir.filePath("empty")).isEmpty());
     }
 
@@ -105,6 +109,46 @@ private slots:
         QCOMPARE(DecodedDefinition(path + "/sample.bdef"), before);
     }
 
+    void checkSaveAndBatch()
+    {
+        const QString good = dir.filePath("lib/good");
+        const QString bad = dir.filePath("lib/bad");
+        const QString broken = dir.filePath("lib/broken");
+        QVERIFY(WriteSampleBlock(good));
+        BlockData *block = MakeSampleBlock(bad);
+        FindEntity(block->config, "Basic", "Block Name")->sel_val = "my block";
+        SignBlock(block->config);
+        QVERIFY(QDir().mkpath(bad) && SaveBlockData(block, nullptr, "ZEMA", true));
+        FreeBlockData(block);
+        QVERIFY(WriteBytes(broken + "/broken.bdef", "garbage"));
+        const QByteArray bad_before = ReadBytes(bad + "/bad.bdef");
+
+        Run run = Companion({"check", good, bad, broken});
+        QCOMPARE(run.exit_code, 1);
+        const QStringList lines = QString::fromUtf8(run.out).split('\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.first(), "== " + good);
+        const int at_bad = lines.indexOf("== " + bad);
+        QCOMPARE(lines.value(at_bad + 1), QStringLiteral("1. Error: Configuration: Value at entity 'Block Name' has white spaces"));
+        const int at_broken = lines.indexOf("== " + broken);
+        QVERIFY(at_broken > at_bad);
+        QVERIFY(lines.value(at_broken + 1).startsWith("1. Error: broken.bdef: File Loading Error"));
+        QVERIFY2(QRegularExpression("^checked 3 blocks: 1 errors, \\d+ warnings, \\d+ information, 1 failed to open$")
+                     .match(lines.last()).hasMatch(), qPrintable(lines.last()));
+        QCOMPARE(Companion({"check", good}).exit_code, 0);
+
+        run = Companion({"save", bad});
+        QCOMPARE(run.exit_code, 1);
+        QCOMPARE(ReadBytes(bad + "/bad.bdef"), bad_before);
+        run = Companion({"save", good});
+        QCOMPARE(run.exit_code, 0);
+        QVERIFY(run.out.contains("saved " + good.toUtf8()));
+        QCOMPARE(Companion({"check", good}).exit_code, 0);
+
+        run = Companion({"batch", dir.filePath("lib")});
+        QCOMPARE(run.exit_code, 1);
+        QCOMPARE(QString::fromUtf8(run.out), broken + "/broken.bdef\n");
+        QCOMPARE(ReadBytes(bad + "/bad.bdef"), bad_before);
+    }
 };
 
 ZEMA_TEST(tst_Companion)

@@ -3,6 +3,7 @@
 #include "TestFiles.h"
 #include "app/BlkDefFileIO.h"
 #include "app/BlockData.h"
+#include "app/Entitlement.h"
 #include "app/EncodeBuffer.h"
 #include "drawing/ImgDataRec.h"
 #include "pages/BlkCodeData.h"
@@ -69,7 +70,10 @@ BlockData *MakeSampleBlock(const QString &path)
     block->config = BuildConfigurationEntities();
     FindEntity(block->config, "Basic", "Block Name")->sel_val = QDir(path).dirName();
     FindEntity(block->config, "Basic", "ZEMA Version")->sel_val = "3.1";
+    // Signed as the tool signs, so that the block opens in a window too.
     FindEntity(block->config, AuthGroupHeader(), AuthEntityLabels().value(0))->sel_val = "author & key";
+    FindEntity(block->config, AuthGroupHeader(), AuthEntityLabels().value(1))->sel_val =
+        BlockSignatureFor("author & key", QDir(path).dirName());
     block->params = SampleParameters("Parameters");
     block->initconds = SampleParameters("Initial Conditions");
 

@@ -7,7 +7,11 @@
 #include "app/BlockData.h"
 #include "app/EncodeBuffer.h"
 #include "app/ErrorList.h"
+#include "app/ErrorListDlg.h"
+#include "app/MainWindow.h"
+#include "app/PackedArgument.h"
 #include "app/Prompt.h"
+#include "app/StartUp.h"
 #include "params/BlockRegistry.h"
 #include "params/ConfigurationEntities.h"
 
@@ -19,6 +23,7 @@
 #include <cstdio>
 #include <unistd.h>
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -129,8 +134,6 @@ int Resave(QStringList args)
     auto *block = new BlockData;
     block->path = dir;
     if (!LoadBlockData(block, QString(), &errors, QStringLiteral("ZEMA"), true)) {
-        if (errors.IsEmpty())
-            errors.AddMessage(ErrorList::Error, "No block definition file in " + args[0]);
         PrintErrors(errors);
         FreeBlockData(block);
         return Usage;
@@ -144,6 +147,105 @@ int Resave(QStringList args)
         return Usage;
     }
     return Success;
+}
+
+// The hidden main window the block sequences run in, made at the first use; it must go before
+// the application does.
+std::unique_ptr<MainWindow> window;
+
+MainWindow *Window()
+{
+    if (!window) {
+        PackedArgument packed;
+        packed.root_dir = GlobalSettings()->root_dir;
+        window.reset(StartUp(packed));
+    }
+    return window.get();
+}
+
+ScriptedAnswerer *Answers()
+{
+    return static_cast<ScriptedAnswerer *>(Prompt::CurrentAnswerer());
+}
+
+// OpenProjectFile takes a file and opens the directory it lies in; the block's own file is then
+// found there, so any name below the directory will do.
+bool OpenBlock(MainWindow *window, const QString &block_dir)
+{
+    const QString dir = QDir::cleanPath(QFileInfo(block_dir).absoluteFilePath());
+    window->batch_mode = 1;
+    window->OpenProjectFile(dir + "/" + QFileInfo(dir).fileName() + ".bdef");
+    return window->block_open;
+}
+
+void PrintReport(const QString &block_dir, const ErrorList &list)
+{
+    QTextStream out(stdout);
+    out << "== " << block_dir << "\n";
+    for (const QString &row : list.NumberedMessages())
+        out << row << "\n";
+}
+
+int Check(QStringList args)
+{
+    if (args.isEmpty())
+        return UsageError(QStringLiteral("check takes BLOCKDIR..."));
+    MainWindow *window = Window();
+    int errors = 0, warnings = 0, infos = 0, failed = 0;
+    for (const QString &block_dir : args) {
+        if (!OpenBlock(window, block_dir)) {
+            ++failed;
+            PrintReport(block_dir, *window->error_list);
+            continue;
+        }
+        window->ValidateAct(false, true);
+        PrintReport(block_dir, *window->error_list);
+        errors += window->error_list->errors.size();
+        warnings += window->error_list->warnings.size();
+        infos += window->error_list->infos.size();
+        window->CloseAct(true, false);
+    }
+    QTextStream(stdout) << "checked " << args.size() << " blocks: " << errors << " errors, "
+                        << warnings << " warnings, " << infos << " information, " << failed
+                        << " failed to open\n";
+    return errors > 0 || failed > 0 ? Refused : Success;
+}
+
+int Save(QStringList args)
+{
+    if (args.size() != 1)
+        return UsageError(QStringLiteral("save takes BLOCKDIR"));
+    MainWindow *window = Window();
+    if (!OpenBlock(window, args[0])) {
+        PrintReport(args[0], *window->error_list);
+        return Usage;
+    }
+    const bool saved = window->SaveAct(true);
+    PrintReport(args[0], *window->error_list);
+    const QString dir = window->BlockDir();
+    window->CloseAct(true, false);
+    if (!saved) {
+        Err() << "zema-blk: not saved: the block has errors\n";
+        return Refused;
+    }
+    QTextStream(stdout) << "saved " << dir << "\n";
+    return Success;
+}
+
+int Batch(QStringList args)
+{
+    if (args.size() != 1)
+        return UsageError(QStringLiteral("batch takes DIR"));
+    if (!QFileInfo(args[0]).isDir())
+        return UsageError("not a directory: " + args[0]);
+    MainWindow *window = Window();
+    Answers()->choices.append({QDir::cleanPath(QFileInfo(args[0]).absoluteFilePath())});
+    Answers()->buttons.append(QMessageBox::Yes);
+    window->BatchProcAct();
+    QTextStream out(stdout);
+    for (const QString &file : window->batch_failed)
+        out << file << "\n";
+    return window->batch_failed.isEmpty() ? Success : Refused;
 }
 
 const QList<Command> &Commands()
@@ -161,6 +263,19 @@ const QList<Command> &Commands()
          "Load the block's definition file and save it again, the file level only, so that it\n"
          "passes once through every reader and writer. Nothing is written when loading failed.",
          Resave},
+        {"check", "check BLOCKDIR...",
+         "Open each block as the window does, validate it, and print \"== BLOCKDIR\" and its\n"
+         "numbered messages; a block that cannot be opened prints why. Last line: the counts.\n"
+         "Exit 1 when any block has an Error or could not be opened.",
+         Check},
+        {"save", "save BLOCKDIR",
+         "Open the block, validate it and save it as the window's Save does, without questions:\n"
+         "Warnings do not stop the save, Errors refuse it (exit 1). Prints the messages as check.",
+         Save},
+        {"batch", "batch DIR",
+         "Open and close every block definition file below DIR without saving, as the batch run\n"
+         "of the window does; prints each file that could not be processed (exit 1 if any).",
+         Batch},
     };
     return commands;
 }
@@ -218,7 +333,10 @@ int main(int argc, char *argv[])
     if (name == QLatin1String("--help") || name == QLatin1String("-h") || name == QLatin1String("help"))
         return Help(args);
     for (const Command &command : Commands())
-        if (name == QLatin1String(command.name))
-            return command.run(args);
+        if (name == QLatin1String(command.name)) {
+            const int status = command.run(args);
+            window.reset();
+            return status;
+        }
     return UsageError("no such command: " + name);
 }
