@@ -7,9 +7,35 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QStyledItemDelegate>
+
+namespace {
+
+// Combo and edit columns take only the table's own editors: the default one would bypass the
+// page's list, or be overwritten by the commit. Other columns keep it, as the page sets them up.
+class DefaultEditorDelegate : public QStyledItemDelegate
+{
+public:
+    explicit DefaultEditorDelegate(TableWidget *table) : QStyledItemDelegate(table), table(table) {}
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override
+    {
+        if (table->combo_columns.contains(index.column())
+            || table->edit_columns.contains(index.column()))
+            return nullptr;
+        return QStyledItemDelegate::createEditor(parent, option, index);
+    }
+
+private:
+    TableWidget *table;
+};
+
+} // namespace
 
 TableWidget::TableWidget(QWidget *parent) : QTableWidget(parent)
 {
+    setItemDelegate(new DefaultEditorDelegate(this));
     menu = new QMenu("Add/Remove Row Menu");
     add_row_action = new QAction("Add Row", menu);
     add_row_action->setToolTip("Add Row");
@@ -211,15 +237,6 @@ bool TableWidget::eventFilter(QObject *watched, QEvent *event)
     if (edit && watched == edit && event->type() == QEvent::KeyPress)
         return HandleEditKey(static_cast<QKeyEvent *>(event));
     return QTableWidget::eventFilter(watched, event);
-}
-
-// Combo and edit columns take only our editors; the base class's editor there would bypass the
-// page's list or be overwritten by the commit. Other columns keep it, as a page sets them up.
-bool TableWidget::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event)
-{
-    if (combo_columns.contains(index.column()) || edit_columns.contains(index.column()))
-        return false;
-    return QTableWidget::edit(index, trigger, event);
 }
 
 void TableWidget::mousePressEvent(QMouseEvent *event)

@@ -62,7 +62,6 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
-    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
 
 private:
     bool HandleEditKey(QKeyEvent *event);

@@ -45,7 +45,7 @@ void Para_LineEdit::focusOutEvent(QFocusEvent *event)
 
 void Para_LineEdit::CopyTextToEntity()
 {
-    // The dialog may be going away: its record can already be gone when the focus leaves.
+    // A dialog on its way out clears `dialog`, since its record may already be gone.
     if (ParaEntity *target = dialog ? dialog->EntityAt(group, entity) : nullptr)
         target->sel_val = text();
 }

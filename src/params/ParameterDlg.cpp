@@ -66,11 +66,14 @@ ParameterDlg::ParameterDlg(bool modal, BlkParaData *data, bool unlocked, bool ow
 
 ParameterDlg::~ParameterDlg()
 {
+    // The focus may leave a field while the widgets go; by then its text is in the record already.
+    for (Para_LineEdit *edit : findChildren<Para_LineEdit *>())
+        edit->dialog = nullptr;
+    for (Para_ComboBox *combo : findChildren<Para_ComboBox *>())
+        combo->dialog = nullptr;
     // Editors and captions keep pointing at the widgets: the next form over the record resets them.
-    if (own_data) {
+    if (own_data)
         FreeBlkParaData(data);
-        data = nullptr;
-    }
 }
 
 ParaEntity *ParameterDlg::EntityAt(int group, int entity) const

@@ -4,6 +4,7 @@
 #include "TestFiles.h"
 #include "TestRegistry.h"
 #include "app/AppSettings.h"
+#include "app/BlkDefFileIO.h"
 #include "app/BlockAccessors.h"
 #include "app/BlockData.h"
 #include "app/Entitlement.h"
@@ -17,6 +18,8 @@
 #include "params/Para_LineEdit.h"
 
 #include <QAction>
+#include <QComboBox>
+#include <QToolBar>
 #include <QMenuBar>
 #include <QScrollArea>
 #include <QTabWidget>
@@ -36,9 +39,9 @@ ParaEntity *Entity(MainWindow &window, const char *header, const char *label)
 }
 
 // Types into a line edit of the Configuration page as a user would: only edited text writes back.
-void Type(MainWindow &window, const char *header, const char *label, const QString &text)
+void Type(MainWindow &window, const char *header, const QString &label, const QString &text)
 {
-    auto *edit = qobject_cast<Para_LineEdit *>(Entity(window, header, label)->editor);
+    auto *edit = qobject_cast<Para_LineEdit *>(FindEntity(window.config_page->data, header, label)->editor);
     QVERIFY(edit);
     edit->edited = true;
     edit->setText(text);
@@ -61,7 +64,7 @@ class tst_MainWindow : public QObject
         Type(*window, "Basic", "Block Name", name);
         Type(*window, "Code-Basic", "Header File Name", name + ".h");
         for (const char *kind : {"Integer16", "Integer32", "Integer64", "Real32", "Real64"})
-            Type(*window, "Code-Basic", QStringLiteral("Class/Structure Name (%1)").arg(kind).toLatin1(), name);
+            Type(*window, "Code-Basic", QStringLiteral("Class/Structure Name (%1)").arg(kind), name);
         QVERIFY(WriteBytes(dir.path() + "/" + name + "/src/" + name + ".h", "// header\n"));
     }
 
@@ -119,7 +122,7 @@ private slots:
             "&Edit: &Validate|Validate Data",
             "&Help: ImageEditor|Open ZEMA Image Editor, OpenFolder|Open Block Folder In Explorer, &Help|Help, &About|About ZEMA Block Tool",
             "&Batch Process: &Encrypt Code Files|Encrypt Code Files, &Batch Process|Batch Process",
-            "&View: FileWiz, File, Edit, Help"}));
+            "&View: FileWiz|, File|, Edit|, Help|"}));
         for (QAction *menu : window->menuBar()->actions())
             for (QAction *action : menu->menu()->actions())
                 if (menu->text() != "&View")
