@@ -117,7 +117,7 @@ void CheckHeaderFile(const ConfigurationContext &context, ErrorList *list)
     const QString file = context.block_parent + "/" + context.block_name + "/src/" + header;
     if (!QFileInfo::exists(file)) {
         // A block that was never saved has no src folder to look in.
-        if (true)
+        if (!context.block_name.isEmpty())
             list->AddMessage(ErrorList::Warning, Prefixed("Specified code header file does not exists"));
         return;
     }
@@ -268,7 +268,7 @@ bool SaveConfigurationData(const QString &path, bool renamed, BlockData *block, 
         if (ParaEntity *id = FindEntity(config, QStringLiteral("Basic"), QStringLiteral("Block ID")))
             id->sel_val = QString::number(QRandomGenerator::global()->generate());
     if (block) {
-        // Any record the block pointed at before was a page's too, so it is not freed here.
+        // On an open block this already is the page's record, so nothing is replaced or freed.
         block->config = config;
         return true;
     }
