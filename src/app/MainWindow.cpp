@@ -95,8 +95,6 @@ MainWindow::~MainWindow()
 {
     DeletePages();
     if (block) {
-        FreeImageList(block->images);
-        block->images = nullptr;
         FreeBlockData(block);
         block = nullptr;
     }
@@ -297,8 +295,6 @@ bool MainWindow::OpenProject(const QString &path, bool silent)
     block->path = path;
     if (!path.isEmpty()) {
         if (!LoadBlockData(block, QString(), error_list, QStringLiteral("ZEMA"), silent)) {
-            FreeImageList(block->images);
-            block->images = nullptr;
             FreeBlockData(block);
             block = nullptr;
             return false;
@@ -321,8 +317,6 @@ bool MainWindow::OpenProject(const QString &path, bool silent)
         if (!AuthenticateOpenBlock(silent)) {
             delete config_page;
             config_page = nullptr;
-            FreeImageList(block->images);
-            block->images = nullptr;
             FreeBlockData(block);
             block = nullptr;
             return false;
@@ -526,8 +520,6 @@ bool MainWindow::WriteBlock(const QString &parent_dir, bool silent)
         block->images = scratch->images;
         scratch->images = nullptr;
     }
-    FreeImageList(scratch->images);
-    scratch->images = nullptr;
     FreeBlockData(scratch);
 
     block->block_id = BlockIdOf(block->config);
@@ -580,8 +572,6 @@ bool MainWindow::CloseAct(bool silent, bool def_save)
         SaveAct(silent); // the block closes even when the save was refused
     block_open = 0;
     DeletePages();
-    FreeImageList(block->images);
-    block->images = nullptr;
     FreeBlockData(block);
     block = nullptr;
     setWindowTitle(BaseTitle());

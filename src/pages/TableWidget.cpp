@@ -1,6 +1,8 @@
 // The table of every authoring page, with its in-place editors and its right-button menu.
 #include "pages/TableWidget.h"
 
+#include "app/CellEditKeys.h"
+
 #include <QAction>
 #include <QComboBox>
 #include <QCompleter>
@@ -207,19 +209,11 @@ void TableWidget::RemoveRowAct()
 
 bool TableWidget::HandleEditKey(QKeyEvent *event)
 {
-    if (!edit)
+    const CellEditKey key = CellEditKeyOf(event);
+    if (!edit || key == CellEditKey::None)
         return false;
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        CommitCell(-1, true);
-        return true;
-    case Qt::Key_Escape:
-        CommitCell(-1, false);
-        return true;
-    default:
-        return false;
-    }
+    CommitCell(-1, key == CellEditKey::Commit);
+    return true;
 }
 
 void TableWidget::keyPressEvent(QKeyEvent *event)

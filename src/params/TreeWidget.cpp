@@ -2,6 +2,8 @@
 // on a second click of the same cell as well as on a double click.
 #include "params/TreeWidget.h"
 
+#include "app/CellEditKeys.h"
+
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -128,19 +130,11 @@ void TreeWidget::OnComboBoxSelectionChanged(int index)
 
 bool TreeWidget::HandleEditKey(QKeyEvent *event)
 {
-    if (!edit)
+    const CellEditKey key = CellEditKeyOf(event);
+    if (!edit || key == CellEditKey::None)
         return false;
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        CommitEdit(true);
-        return true;
-    case Qt::Key_Escape:
-        CommitEdit(false);
-        return true;
-    default:
-        return false;
-    }
+    CommitEdit(key == CellEditKey::Commit);
+    return true;
 }
 
 void TreeWidget::keyPressEvent(QKeyEvent *event)
