@@ -135,6 +135,9 @@ private slots:
         QVERIFY2(QRegularExpression("^checked 3 blocks: 1 errors, \\d+ warnings, \\d+ information, 1 failed to open$")
                      .match(lines.last()).hasMatch(), qPrintable(lines.last()));
         QCOMPARE(Companion({"check", good}).exit_code, 0);
+        // The example blocks shipped with the tool check clean.
+        run = Companion({"check", ZEMA_APP_DIR "/blocks/gain"});
+        QVERIFY2(run.out.endsWith("checked 1 blocks: 0 errors, 0 warnings, 0 information, 0 failed to open\n"), run.out);
 
         run = Companion({"save", bad});
         QCOMPARE(run.exit_code, 1);
