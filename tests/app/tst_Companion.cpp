@@ -137,7 +137,7 @@ private slots:
         QCOMPARE(Companion({"check", good}).exit_code, 0);
         // The example blocks shipped with the tool check clean.
         run = Companion({"check", ZEMA_APP_DIR "/blocks/gain"});
-        QVERIFY2(run.out.endsWith("checked 1 blocks: 0 errors, 0 warnings, 0 information, 0 failed to open\n"), run.out);
+        QVERIFY2(run.out.endsWith("checked 1 blocks: 0 errors, 0 warnings, 0 information, 0 failed to open\n"), run.out.constData());
 
         run = Companion({"save", bad});
         QCOMPARE(run.exit_code, 1);
