@@ -1,5 +1,5 @@
 // The pages' table: which double click opens which editor, how a combo box is filled and
-// committed, the keys of a line edit, hiding, and the right button.
+// committed, how a line edit ends, and the right button.
 #include "TestRegistry.h"
 #include "pages/TableWidget.h"
 
@@ -44,9 +44,8 @@ struct Fixture {
     // A real double click without its first click, which would have made the row the last one.
     void DoubleClick(int row, int col)
     {
-        QTest::mousePress(table->viewport(), Qt::LeftButton, {}, At(row, col));
-        QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, At(row, col));
-        QTest::mouseRelease(table->viewport(), Qt::LeftButton, {}, At(row, col));
+        for (QTest::MouseAction action : {QTest::MousePress, QTest::MouseDClick, QTest::MouseRelease})
+            QTest::mouseEvent(action, table->viewport(), Qt::LeftButton, {}, At(row, col));
     }
     void Open(int row, int col) { Click(row, col), DoubleClick(row, col); }
     void Activate(int index) { table->combo->setCurrentIndex(index), emit table->combo->activated(index); }
@@ -59,91 +58,72 @@ class tst_TableWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void editorOfAColumn_data()
+    // Column 0 takes a combo box, 1 nothing of ours, 2 is in both lists. A double click opens an
+    // editor only on the row clicked last, in any of its cells. The right button always signals;
+    // its menu pops up only when enabled.
+    void whatTheMouseOpens()
     {
-        QTest::addColumn<QList<qint32>>("combo");
-        QTest::addColumn<QList<qint32>>("edit");
-        QTest::addColumn<QString>("kind");
-        QTest::newRow("combo column") << QList<qint32>{1} << QList<qint32>{} << "QComboBox";
-        QTest::newRow("edit column") << QList<qint32>{} << QList<qint32>{1} << "QLineEdit";
-        QTest::newRow("in neither list: none") << QList<qint32>{0} << QList<qint32>{2} << "";
-        QTest::newRow("in both lists: combo wins") << QList<qint32>{1} << QList<qint32>{1} << "QComboBox";
-    }
-    void editorOfAColumn()
-    {
-        QFETCH(QList<qint32>, combo);
-        QFETCH(QList<qint32>, edit);
-        QFETCH(QString, kind);
-        Fixture f(combo, edit);
-        f.Open(2, 1);
-        QWidget *ours = f.table->combo ? static_cast<QWidget *>(f.table->combo) : f.table->edit;
-        QCOMPARE(ours ? QString(ours->metaObject()->className()) : QString(), kind);
-        QCOMPARE(f.table->edit_row, kind.isEmpty() ? -1 : 2);
-        if (ours)
-            QCOMPARE(f.table->cellWidget(2, 1), ours);
-        if (kind == "QLineEdit")
-            QCOMPARE(f.table->edit->text(), QString("r2c1"));
-    }
-
-    void doubleClickOnAnotherRowOnlySelects()
-    {
-        Fixture f;
+        Fixture f({0, 2}, {2});
         f.Click(0, 1);
+        f.DoubleClick(1, 2);
+        QVERIFY(!f.table->cellWidget(1, 2) && !f.table->combo);   // not even the default editor
+        f.DoubleClick(1, 2);
+        QVERIFY(f.table->combo && f.table->cellWidget(1, 2) == f.table->combo && !f.table->edit);
         f.DoubleClick(1, 1);
-        QVERIFY(!f.table->cellWidget(1, 1) && !f.table->edit);   // not even the default editor
-        f.DoubleClick(1, 1);
-        QVERIFY(f.table->edit && f.table->cellWidget(1, 1) == f.table->edit);
-        // Only the row counts: a read-only cell of the row was clicked before.
-        f.Click(2, 2);
+        QVERIFY(!f.table->combo && !f.table->edit && f.table->edit_row == -1 && !f.table->cellWidget(1, 2));
+        f.Click(2, 1);
         f.DoubleClick(2, 0);
         QVERIFY(f.table->combo && f.table->cellWidget(2, 0) == f.table->combo);
+
+        int signalled = 0;
+        connect(f.table, &TableWidget::RightMouseButtonClicked, [&](TableWidget *wgt) { signalled += wgt == f.table; });
+        QTest::mousePress(f.table->viewport(), Qt::RightButton, {}, f.At(0, 0));
+        QVERIFY(!f.table->menu->isVisible());
+        f.table->menu_enabled = 1;
+        QTest::mousePress(f.table->viewport(), Qt::RightButton, {}, f.At(0, 0));
+        QVERIFY(f.table->menu->isVisible());
+        f.table->menu->hide();
+        QCOMPARE(signalled, 2);
     }
 
-    void attachCombo_data()
+    // The box is filled for the cell's text, then either another cell is clicked (activate -1),
+    // which commits what the box shows, or an item is activated twice, reopening in between.
+    void comboBox_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("with_select");
         QTest::addColumn<int>("current");
+        QTest::addColumn<int>("activate");
         QTest::addColumn<QString>("committed");
-        QTest::newRow("match at 0, with select") << "Alpha" << true << 1 << "Alpha";
-        QTest::newRow("match, without select") << "Beta" << false << 1 << "Beta";
-        QTest::newRow("not listed, with select: emptied") << "Gamma" << true << 0 << "";
-        QTest::newRow("not listed, without select: emptied") << "Gamma" << false << -1 << "";
-        QTest::newRow("case differs") << "beta" << false << -1 << "";
+        QTest::newRow("match at 0, with select") << "Alpha" << true << 1 << -1 << "Alpha";
+        QTest::newRow("match, without select") << "Beta" << false << 1 << -1 << "Beta";
+        QTest::newRow("not listed, with select: emptied") << "Gamma" << true << 0 << -1 << "";
+        QTest::newRow("case differs, without select: emptied") << "beta" << false << -1 << -1 << "";
+        QTest::newRow("activation commits, the same item again signals") << "Beta" << true << 2 << 2 << "Beta";
+        QTest::newRow("<Select> is stored as empty") << "Alpha" << true << 1 << 0 << "";
     }
-    void attachCombo()
+    void comboBox()
     {
         QFETCH(QString, text);
-        QFETCH(bool, with_select);
-        QFETCH(int, current);
-        QFETCH(QString, committed);
+        QFETCH(int, activate);
         Fixture f;
+        QFETCH(bool, with_select);
         f.with_select = with_select;
         f.table->item(1, 0)->setText(text);
         f.Open(1, 0);
-        QCOMPARE(f.table->combo->currentIndex(), current);
+        QTEST(f.table->combo->currentIndex(), "current");
         QCOMPARE(f.table->item(1, 0)->text(), text);   // filling is no selection
-        f.Click(2, 2);   // leaving the cell commits what the box shows
-        QCOMPARE(f.table->item(1, 0)->text(), committed);
-        QVERIFY(!f.table->cellWidget(1, 0) && !f.table->combo && f.changes.isEmpty());
+        if (activate < 0)
+            f.Click(2, 2);
+        else
+            f.Activate(activate), f.DoubleClick(1, 0), f.Activate(activate);
+        QTEST(f.table->item(1, 0)->text(), "committed");
+        QVERIFY(!f.table->cellWidget(1, 0) && !f.table->combo);   // one activation ends the edit
+        QCOMPARE(f.changes.join(' '), activate < 0 ? QString() : QString("1,0,%1,-1 1,0,%1,-1").arg(activate));
     }
 
-    void comboActivation()
-    {
-        Fixture f;
-        f.Open(0, 0);
-        f.Activate(2);
-        QVERIFY(!f.table->combo && !f.table->cellWidget(0, 0));   // one activation ends the edit
-        QCOMPARE(f.table->item(0, 0)->text(), QString("Beta"));
-        f.DoubleClick(0, 0);
-        f.Activate(2);   // the same item again still signals
-        f.DoubleClick(0, 0);
-        f.Activate(0);
-        QCOMPARE(f.table->item(0, 0)->text(), QString());   // "<Select>" is stored as empty
-        QCOMPARE(f.changes, (QStringList{"0,0,2,-1", "0,0,2,-1", "0,0,0,-1"}));
-    }
-
-    void lineEditKeys_data()
+    // Key 0: the dialog is hidden instead, with the editor of a cell without item, off the screen.
+    void lineEditEnds_data()
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<QString>("text");
@@ -151,56 +131,23 @@ private slots:
         QTest::newRow("Return commits") << int(Qt::Key_Return) << "r1c1 new" << 1;
         QTest::newRow("Enter commits") << int(Qt::Key_Enter) << "r1c1 new" << 1;
         QTest::newRow("Escape drops the typing") << int(Qt::Key_Escape) << "r1c1" << 0;
+        QTest::newRow("hiding commits, into a new item") << 0 << " new" << 1;
     }
-    void lineEditKeys()
+    void lineEditEnds()
     {
         QFETCH(int, key);
-        QFETCH(QString, text);
-        QFETCH(int, accepted);
         Fixture f;
+        if (!key)
+            delete f.table->takeItem(1, 1);
         QSignalSpy spy(f.table, &TableWidget::EditBoxTextAccepted);
         f.Open(1, 1);
+        QCOMPARE(f.table->cellWidget(1, 1), key ? f.table->edit : nullptr);
         QTest::keyClicks(f.table->edit, " new");
-        QTest::keyClick(f.table->edit, Qt::Key(key));
-        QCOMPARE(f.table->item(1, 1)->text(), text);
-        QCOMPARE(spy.count(), accepted);
+        key ? QTest::keyClick(f.table->edit, Qt::Key(key)) : f.dialog.hide();
+        QTEST(f.table->item(1, 1) ? f.table->item(1, 1)->text() : "(no item)", "text");
+        QTEST(int(spy.count()), "accepted");
         QVERIFY(!f.table->edit && !f.table->cellWidget(1, 1) && f.table->edit_row == -1);
-        QVERIFY(f.dialog.isVisible());   // the key ended the edit, not the dialog around it
-    }
-
-    void hideCommitsAnEditorOffTheScreen()
-    {
-        Fixture f;
-        delete f.table->takeItem(1, 1);
-        QSignalSpy spy(f.table, &TableWidget::EditBoxTextAccepted);
-        f.Open(1, 1);
-        QVERIFY(f.table->edit && !f.table->cellWidget(1, 1));   // a cell without item shows none
-        f.table->edit->setText("typed");
-        f.dialog.hide();
-        QVERIFY(f.table->item(1, 1) && !f.table->edit);
-        QCOMPARE(f.table->item(1, 1)->text(), QString("typed"));
-        QCOMPARE(spy.count(), 1);
-    }
-
-    void rightButton()
-    {
-        Fixture f;
-        QList<TableWidget *> signalled;
-        QObject::connect(f.table, &TableWidget::RightMouseButtonClicked, [&](TableWidget *wgt, QMouseEvent *event) {
-            signalled << (event->button() == Qt::RightButton ? wgt : nullptr);
-        });
-        QObject::connect(f.table, &TableWidget::AddRowSignal, [&](TableWidget *wgt) { signalled << wgt; });
-        QObject::connect(f.table, &TableWidget::RemoveRowSignal, [&](TableWidget *wgt) { signalled << wgt; });
-        QTest::mousePress(f.table->viewport(), Qt::RightButton, {}, f.At(0, 0));
-        QVERIFY(!f.table->menu->isVisible());   // menu_enabled clear: the signal alone
-        f.table->menu_enabled = 1;
-        QTest::mousePress(f.table->viewport(), Qt::RightButton, {}, f.At(0, 0));
-        QVERIFY(f.table->menu->isVisible());
-        f.table->add_row_action->trigger();
-        f.table->remove_row_action->trigger();
-        f.table->menu->hide();
-        QCOMPARE(signalled, QVector<TableWidget *>(4, f.table).toList());
-        QCOMPARE(f.table->rowCount(), 3);   // the page adds and removes, never the table
+        QCOMPARE(f.dialog.isVisible(), key != 0);   // a key ends the edit, not the dialog around it
     }
 };
 

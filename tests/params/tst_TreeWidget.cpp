@@ -1,5 +1,5 @@
 // The tree with in-place editors: which click opens which editor, combo commits with their
-// signal, the keys of a line edit, hiding, and the right button.
+// signal, the keys of a line edit, hiding and a deleted item.
 #include "TestRegistry.h"
 #include "params/TreeWidget.h"
 
@@ -9,52 +9,43 @@
 
 namespace {
 
-// Three top-level items "Name i" / "Enable" / "Note i"; the FillComboBox handler places and wires
-// the box itself, as the Hardware I/O page does, so the tree must cope with both doing it.
-struct Fixture {
-    TreeWidget tree;
-    QStringList changes;    // "row,col,cur,prev" per ComboBoxSelectionChanged
-    QStringList accepted;   // "row,col" per EditBoxTextAccepted
+// Three rows "Name" / "Enable" / "Note i", combo boxes in column 1 and line edits in column 2. The
+// FillComboBox handler places and wires the box itself, as the Hardware I/O page does, so the tree
+// must cope with both doing it.
+struct Tree : TreeWidget {
+    QStringList log;  // the tree's signals in order
 
-    Fixture()
+    Tree()
     {
-        tree.setColumnCount(3);
+        setColumnCount(3);
         for (int i = 0; i < 3; ++i)
-            tree.addTopLevelItem(new QTreeWidgetItem({QString("Name %1").arg(i), "Enable",
-                                                      QString("Note %1").arg(i)}));
-        tree.combo_cols = {1};
-        tree.edit_cols = {2};
-        QObject::connect(&tree, &TreeWidget::FillComboBox,
-                         [this](QTreeWidgetItem *item, int col, QComboBox *cbox) {
-                             cbox->addItems({"<Select>", "Enable", "Disable"});
-                             tree.setItemWidget(item, col, cbox);
-                             QObject::connect(cbox, SIGNAL(activated(int)), &tree,
-                                              SLOT(OnComboBoxSelectionChanged(int)));
-                         });
-        QObject::connect(&tree, &TreeWidget::ComboBoxSelectionChanged,
-                         [this](QTreeWidgetItem *item, int col, int cur, int prev) {
-                             changes << QString("%1,%2,%3,%4").arg(Row(item)).arg(col).arg(cur).arg(prev);
-                         });
-        QObject::connect(&tree, &TreeWidget::EditBoxTextAccepted, [this](QTreeWidgetItem *item, int col) {
-            accepted << QString("%1,%2").arg(Row(item)).arg(col);
+            addTopLevelItem(new QTreeWidgetItem({"Name", "Enable", QString("Note %1").arg(i)}));
+        combo_cols = {1};
+        edit_cols = {2};
+        connect(this, &TreeWidget::FillComboBox, [this](QTreeWidgetItem *item, int col, QComboBox *cbox) {
+            cbox->addItems({"<Select>", "Enable", "Disable"});
+            setItemWidget(item, col, cbox);
+            connect(cbox, SIGNAL(activated(int)), this, SLOT(OnComboBoxSelectionChanged(int)));
         });
-        tree.resize(600, 300);
-        tree.show();
+        connect(this, &TreeWidget::ComboBoxSelectionChanged, [this](QTreeWidgetItem *item, int col, int cur, int prev) {
+            log << QString("changed %1,%2,%3,%4").arg(indexOfTopLevelItem(item)).arg(col).arg(cur).arg(prev);
+        });
+        connect(this, &TreeWidget::EditBoxTextAccepted, [this](QTreeWidgetItem *item, int col) {
+            log << QString("accepted %1,%2").arg(indexOfTopLevelItem(item)).arg(col);
+        });
+        resize(600, 300);
+        show();
     }
-    int Row(QTreeWidgetItem *item) { return tree.indexOfTopLevelItem(item); }
-    QPoint At(int row, int col) const { return tree.visualRect(tree.model()->index(row, col)).center(); }
-    void Click(int row, int col) { QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, At(row, col)); }
-    void Open(int row, int col) { Click(row, col), Click(row, col); }
+    QPoint At(int row, int col) const { return visualRect(model()->index(row, col)).center(); }
+    void Click(int row, int col) { QTest::mouseClick(viewport(), Qt::LeftButton, {}, At(row, col)); }
     // All events of a real double click, its first click included.
     void DoubleClick(int row, int col)
     {
         Click(row, col);
-        QTest::mousePress(tree.viewport(), Qt::LeftButton, {}, At(row, col));
-        QTest::mouseDClick(tree.viewport(), Qt::LeftButton, {}, At(row, col));
-        QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, At(row, col));
+        for (QTest::MouseAction action : {QTest::MousePress, QTest::MouseDClick, QTest::MouseRelease})
+            QTest::mouseEvent(action, viewport(), Qt::LeftButton, {}, At(row, col));
     }
-    QString Text(int row, int col) { return tree.topLevelItem(row)->text(col); }
-    QWidget *Widget(int row, int col) { return tree.itemWidget(tree.topLevelItem(row), col); }
+    QWidget *Widget(int row, int col) const { return itemWidget(topLevelItem(row), col); }
 };
 
 } // namespace
@@ -64,33 +55,21 @@ class tst_TreeWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void secondClickOpensEditor()
+    void clicksOpenEditors()
     {
-        Fixture f;
-        f.tree.edit_cols << 1;   // the combo wins
-        f.Click(1, 1);
-        QVERIFY(!f.Widget(1, 1));   // the first click only selects
-        f.Click(1, 1);
-        QVERIFY(f.tree.combo && f.Widget(1, 1) == f.tree.combo);
-        QCOMPARE(f.tree.combo->currentText(), QString("Enable"));   // the cell's text
-        f.Open(1, 0);   // in neither list
-        QVERIFY(!f.tree.combo && !f.tree.edit && !f.Widget(1, 1) && !f.Widget(1, 0));
-        f.Open(1, 2);
-        QVERIFY(f.tree.edit && f.Widget(1, 2) == f.tree.edit);
-        QCOMPARE(f.tree.edit->text(), QString("Note 1"));
-    }
-
-    void doubleClickOpensOnce()
-    {
-        Fixture f;
-        f.Click(0, 2);
-        f.DoubleClick(1, 2);
-        QVERIFY(f.tree.edit && f.Widget(1, 2) == f.tree.edit);
-        QTest::keyClick(f.tree.edit, Qt::Key_Return);
+        Tree t;
+        t.edit_cols << 1;  // the combo wins
+        t.Click(1, 1);
+        QVERIFY(!t.Widget(1, 1));  // the first click only selects
+        t.Click(1, 1);
+        QVERIFY(t.combo && t.Widget(1, 1) == t.combo && t.combo->currentText() == "Enable");
+        t.DoubleClick(1, 2);
+        QVERIFY(t.edit && t.Widget(1, 2) == t.edit && t.edit->text() == "Note 1");
+        QTest::keyClick(t.edit, Qt::Key_Return);
         // Now the first click of the pair opens the editor; the double click must not commit it.
-        f.DoubleClick(1, 2);
-        QVERIFY(f.tree.edit && f.Widget(1, 2) == f.tree.edit);
-        QCOMPARE(f.accepted, QStringList{"1,2"});
+        t.DoubleClick(1, 2);
+        QVERIFY(t.edit && t.Widget(1, 2) == t.edit);
+        QCOMPARE(t.log, QStringList{"accepted 1,2"});
     }
 
     void comboCommit_data()
@@ -101,69 +80,45 @@ private slots:
         QTest::newRow("same item again") << 1 << "Enable";
         QTest::newRow("<Select> stores empty") << 0 << "";
     }
+
     void comboCommit()
     {
         QFETCH(int, index);
         QFETCH(QString, text);
-        Fixture f;
-        f.Open(2, 1);
-        f.tree.combo->setCurrentIndex(index);
-        emit f.tree.combo->activated(index);
-        QCOMPARE(f.Text(2, 1), text);
-        QVERIFY(!f.tree.combo && !f.Widget(2, 1));
+        Tree t;
+        t.Click(2, 1), t.Click(2, 1);
+        t.combo->setCurrentIndex(index);
+        emit t.combo->activated(index);
+        QVERIFY(!t.combo && !t.Widget(2, 1) && t.topLevelItem(2)->text(1) == text);
         // The page wired the box a second time; still one signal, and the previous index is -1.
-        QCOMPARE(f.changes, QStringList{QString("2,1,%1,-1").arg(index)});
-        QVERIFY(f.accepted.isEmpty());
-        // An empty cell reopens on "<Select>".
-        f.Click(2, 1);
-        QCOMPARE(f.tree.combo->currentText(), text.isEmpty() ? QString("<Select>") : text);
+        QCOMPARE(t.log, QStringList{QString("changed 2,1,%1,-1").arg(index)});
+        t.Click(2, 1);  // the cell clicked before: a single click reopens, an empty one on "<Select>"
+        QCOMPARE(t.combo->currentText(), text.isEmpty() ? QString("<Select>") : text);
     }
 
-    void lineEditKeys()
+    void lineEditEnds()
     {
-        Fixture f;
-        f.Open(0, 2);
-        QTest::keyClicks(f.tree.edit, " new");
-        QTest::keyClick(f.tree.edit, Qt::Key_Return);
-        QVERIFY(!f.tree.edit && !f.Widget(0, 2) && !f.tree.edit_item);
-        f.Click(0, 2);   // the cell clicked before: a single click reopens
-        QTest::keyClicks(f.tree.edit, " more");
-        QTest::keyClick(f.tree.edit, Qt::Key_Escape);
-        QVERIFY(!f.tree.edit && !f.Widget(0, 2));
-        QCOMPARE(f.Text(0, 2), QString("Note 0 new"));
-        QCOMPARE(f.accepted, QStringList{"0,2"});
-    }
-
-    void commitOnHideAndOnOtherClick()
-    {
-        Fixture f;
-        f.Open(0, 2);
-        f.tree.edit->setText("clicked away");
-        f.Click(1, 2);
-        QCOMPARE(f.Text(0, 2), QString("clicked away"));
-        f.Click(1, 2);
-        f.tree.edit->setText("hidden");
-        f.tree.hide();
-        QCOMPARE(f.Text(1, 2), QString("hidden"));
-        QCOMPARE(f.accepted, (QStringList{"0,2", "1,2"}));
-    }
-
-    void deletedItemWhileEditing()
-    {
-        Fixture f;
-        f.Open(1, 2);
-        delete f.tree.takeTopLevelItem(1);
-        f.tree.CommitEdit(true);   // nothing left to write to, and no crash
-        QVERIFY(f.accepted.isEmpty() && !f.tree.edit_item);
-    }
-
-    void rightPress()
-    {
-        Fixture f;
-        QList<QPoint> points;
-        QObject::connect(&f.tree, &TreeWidget::RightButtonClicked, [&](const QPoint &pos) { points << pos; });
-        QTest::mousePress(f.tree.viewport(), Qt::RightButton, {}, f.At(2, 0));
-        QCOMPARE(points, QList<QPoint>{f.At(2, 0)});
+        Tree t;
+        t.Click(0, 2), t.Click(0, 2);
+        QTest::keyClicks(t.edit, " new");
+        QTest::keyClick(t.edit, Qt::Key_Return);
+        t.Click(0, 2);
+        QTest::keyClicks(t.edit, " more");
+        QTest::keyClick(t.edit, Qt::Key_Escape);
+        QVERIFY(!t.edit && !t.Widget(0, 2) && t.topLevelItem(0)->text(2) == "Note 0 new");
+        // Clicking another cell commits, and so does hiding the tree.
+        t.Click(0, 2);
+        t.edit->setText("clicked away");
+        t.Click(1, 2), t.Click(1, 2);
+        t.edit->setText("hidden");
+        t.hide();
+        QVERIFY(t.topLevelItem(0)->text(2) == "clicked away" && t.topLevelItem(1)->text(2) == "hidden");
+        // An item deleted while edited is not written to, and nothing is signalled.
+        t.ItemClicked(t.topLevelItem(2), 2), t.ItemClicked(t.topLevelItem(2), 2);
+        QVERIFY(t.edit);
+        delete t.takeTopLevelItem(2);
+        t.CommitEdit(true);
+        QCOMPARE(t.log, QStringList({"accepted 0,2", "accepted 0,2", "accepted 1,2"}));
     }
 };
 
