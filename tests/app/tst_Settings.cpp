@@ -25,62 +25,38 @@ class tst_Settings : public QObject
 private slots:
     void initTestCase()
     {
-        QDir(root.path()).mkpath("bin_win");
-        QDir(root.path()).mkpath("blocks");
-        QDir(root.path()).mkpath("tools");
-        QDir(root.path()).mkpath("qtc/bin");
-        WriteBytes(root.filePath("qtc/bin/qtcreator.exe"), "");
+        for (const char *sub : {"bin_win", "blocks", "tools"})
+            QVERIFY(QDir(root.path()).mkpath(sub));
+        QVERIFY(WriteBytes(root.filePath("qtc/bin/qtcreator.exe"), ""));
     }
 
     void packedArgument_data()
     {
         QTest::addColumn<QStringList>("args");
-        QTest::addColumn<bool>("cli");
-        QTest::addColumn<QString>("root");   // relative to the temporary root, "=" for default
-        QTest::addColumn<QString>("third");
-        QTest::addColumn<QString>("token");
-        QTest::newRow("relative root") << QStringList{"prog", "-#cli_on#./tools#x"} << true << "tools" << "x" << "";
-        QTest::newRow("nothing packed") << QStringList{"prog", "file.bdef"} << false << "=" << "" << "";
-        QTest::newRow("short root ignored") << QStringList{"#x#a#t#tok"} << false << "=" << "t" << "tok";
-        QTest::newRow("empty parts kept") << QStringList{"##.#"} << false << "=" << "" << "";
-        QTest::newRow("last wins") << QStringList{"#cli_on#./tools#a", "#no#./blocks#b"} << true << "blocks" << "b" << "";
+        QTest::addColumn<QStringList>("expected"); // cli_on, root, third directory, licence token
+        const QString top = root.path(), tools = QFileInfo(top + "/tools").canonicalFilePath();
+        QTest::newRow("relative root") << QStringList{"prog", "-#cli_on#./tools#x"} << QStringList{"1", tools, "x", ""};
+        QTest::newRow("nothing packed") << QStringList{"prog", "file.bdef"} << QStringList{"0", top, "", ""};
+        QTest::newRow("short root ignored") << QStringList{"#x#a#t#tok"} << QStringList{"0", top, "t", "tok"};
+        QTest::newRow("last wins") << QStringList{"#cli_on#./tools#a", "#no#./blocks#b"}
+                                   << QStringList{"1", QFileInfo(top + "/blocks").canonicalFilePath(), "b", ""};
     }
     void packedArgument()
     {
         QFETCH(QStringList, args);
-        QFETCH(QString, root);
-        const PackedArgument packed = ReadPackedArguments(args, this->root.path());
-        QTEST(packed.cli_on, "cli");
-        const QString expected = root == "=" ? this->root.path()
-                                             : QFileInfo(this->root.path() + "/" + root).canonicalFilePath();
-        QCOMPARE(packed.root_dir, expected);
-        QTEST(packed.third_dir, "third");
-        QTEST(packed.licence_token, "token");
+        const PackedArgument packed = ReadPackedArguments(args, root.path());
+        QTEST(QStringList({QString::number(packed.cli_on), packed.root_dir, packed.third_dir, packed.licence_token}), "expected");
     }
 
-    void resolvePath_data()
+    // Absolute and unfound paths are reached through the settings file below.
+    void relativePaths()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("absolute") << "/abs/x" << "/abs/x";
-        QTest::newRow("found in a later directory") << "tools" << "@/tools";
-        QTest::newRow("found nowhere stays") << "nowhere" << "nowhere";
-        QTest::newRow("empty takes first existing") << "" << "@/blocks";
-    }
-    void resolvePath()
-    {
-        QFETCH(QString, path);
-        QFETCH(QString, expected);
         const QStringList dirs{root.path() + "/missing", root.path() + "/blocks", root.path()};
-        expected.replace("@", root.path());
-        QCOMPARE(ResolvePath(dirs, path), expected);
-    }
-
-    void searchDirsFollowTheBlock()
-    {
+        QCOMPARE(ResolvePath(dirs, "tools"), root.path() + "/tools"); // found in a later directory
+        QCOMPARE(ResolvePath(dirs, ""), root.path() + "/blocks");     // empty takes the first existing
+        // The block's "blocks" directory, else the block's own, goes in front until the block changes.
         AppSettings *settings = FreshSettings();
-        settings->dirs = QStringList{"/lib1"};
-        settings->search_dirs = settings->dirs;
+        settings->search_dirs = settings->dirs = QStringList{"/lib1"};
         QCOMPARE(SearchDirs(settings, ""), QStringList{"/lib1"});
         QCOMPARE(SearchDirs(settings, root.path()), QStringList({root.path() + "/blocks", "/lib1"}));
         QCOMPARE(SearchDirs(settings, root.path() + "/tools"), QStringList({root.path() + "/tools", "/lib1"}));
