@@ -242,14 +242,14 @@ private slots:
         std::deque<BlkPort> pres_ports;
         BlkCodeData code;
         BlkPresData pres;
-        for (const QString &spec : ports) {
+        for (const QString &port : ports) {
             code.ports << &code_ports.emplace_back();
-            code.ports.last()->port_name = spec.section(':', 0, 0);
-            if (!spec.contains(':'))
+            code.ports.last()->port_name = port.section(':', 0, 0);
+            if (!port.contains(':'))
                 continue;
             pres.ports << &pres_ports.emplace_back();
-            pres.ports.last()->name = spec.section(':', 0, 0);
-            pres.ports.last()->type = spec.section(':', 1);
+            pres.ports.last()->name = port.section(':', 0, 0);
+            pres.ports.last()->type = port.section(':', 1);
         }
         const ConfigurationContext context{config.get(), params.get(), initconds.get(), &code, &pres, dir.path(),
                                            saved ? "Blk" : ""};
