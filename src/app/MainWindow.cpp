@@ -9,13 +9,20 @@
 #include "app/Entitlement.h"
 #include "app/ErrorListDlg.h"
 #include "app/Prompt.h"
+#include "authoring/ModParameterDlg.h"
+#include "authoring/ModelParameterDlg.h"
 #include "codegen/CodeNames.h"
 #include "help/ManualTopic.h"
 #include "pages/BlkHelpData.h"
+#include "pages/CodeConfigDlg.h"
+#include "pages/HelpConfigDlg.h"
+#include "pages/MiscConfigDlg.h"
+#include "pages/PresentationDlg.h"
 #include "params/BlkParaData.h"
 #include "params/ConfigurationChecks.h"
 #include "params/ConfigurationEntities.h"
 #include "params/ParameterDlg.h"
+#include "schematics/InputOutputDlg.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -324,11 +331,12 @@ bool MainWindow::OpenProject(const QString &path, bool silent)
         CheckBlockVersion(silent);
     }
     PutPage(0, config_page);
-    // The other pages join their tabs here, in tab order, as they are built.
+    CreatePages(path);
 
     block_open = 1;
     setWindowTitle(QString::fromLatin1(kTitle) + ": " + path);
     tabs->setTabEnabled(kHardwareTab, false);
+    pres_page->on_refresh_portnames_pb_clicked();
     // Embedded pages lay themselves out on a resize.
     resize(width() - 1, height() - 1);
     resize(width() + 1, height() + 1);
@@ -424,7 +432,16 @@ bool MainWindow::ValidateAct(bool dont_show_warnings, bool silent)
         return true;
     ValidateConfiguration(error_list);
     ValidateMemoryEntities(error_list);
-    // The other pages validate here, in tab order, as they are built; Hardware I/O never does.
+    param_page->ValidateParaPage(error_list);
+    model_page->ValidateModels(error_list);
+    if (block->initconds && block->params)
+        block->initconds->title = block->params->title;
+    initcond_page->ValidateParaPage(error_list);
+    pres_page->ValidatePresData(error_list);
+    // The Schematics page validates here once it exists; Hardware I/O never does.
+    code_page->ValidateCodeData(error_list);
+    misc_page->ValidateMiscData(error_list);
+    help_page->ValidateHelpData(error_list);
     validated = 1;
     if (!silent && !error_list->IsEmpty() && !batch_mode
         && !(dont_show_warnings && !error_list->HasErrors()))
@@ -509,7 +526,15 @@ bool MainWindow::WriteBlock(const QString &parent_dir, bool silent)
         block->def_data = new BlkDefData;
 
     SaveConfiguration(path, renamed, block);
-    // The other pages store their data into the block here, in tab order, as they are built.
+    param_page->SaveParaPage(path, block);
+    model_page->SaveModels(path);
+    initcond_page->SaveParaPage(path, block);
+    pres_page->SavePresData(path, block);
+    // The Schematics page stores its data here once it exists.
+    hwio_page->SetBlockDir(path);
+    code_page->SaveCodeData(path, block);
+    misc_page->SaveMiscData(path, block);
+    help_page->SaveHelpData(path, block);
 
     // The drawings are kept by the image editor in the file on disk, never by the pages.
     auto *scratch = new BlockData;
@@ -550,11 +575,54 @@ void MainWindow::FillDefaultCodeNames()
 }
 
 
+void MainWindow::CreatePages(const QString &path)
+{
+    // Each page loads from the block; those on the parameters share the Parameters page's record.
+    param_page = new ModParameterDlg(2);
+    param_page->LoadParaPage(path, block);
+    PutPage(1, param_page);
+    model_page = new ModelParameterDlg(param_page->data);
+    PutPage(2, model_page);
+    initcond_page = new ModParameterDlg(1);
+    initcond_page->LoadParaPage(path, block);
+    PutPage(3, initcond_page);
+    pres_page = new PresentationDlg(param_page->data);
+    pres_page->LoadPresData(path, block);
+    PutPage(4, pres_page);
+    hwio_page = new InputOutputDlg(0, path);
+    PutPage(kHardwareTab, hwio_page);
+    code_page = new CodeConfigDlg(this, param_page->data, initcond_page->data);
+    code_page->LoadCodeData(path, block);
+    PutPage(7, code_page);
+    misc_page = new MiscConfigDlg(this);
+    misc_page->LoadMiscData(path, block);
+    PutPage(8, misc_page);
+    help_page = new HelpConfigDlg;
+    help_page->LoadHelpData(path, block);
+    PutPage(9, help_page);
+}
+
 void MainWindow::DeletePages()
 {
     // Pages point into the block's records, so they go before the block.
     delete config_page;
     config_page = nullptr;
+    delete param_page;
+    param_page = nullptr;
+    delete model_page;
+    model_page = nullptr;
+    delete initcond_page;
+    initcond_page = nullptr;
+    delete pres_page;
+    pres_page = nullptr;
+    delete hwio_page;
+    hwio_page = nullptr;
+    delete code_page;
+    code_page = nullptr;
+    delete misc_page;
+    misc_page = nullptr;
+    delete help_page;
+    help_page = nullptr;
 }
 
 bool MainWindow::CloseAct(bool silent, bool def_save)

@@ -121,6 +121,7 @@ private:
     void FillDefaultCodeNames();
     void ShowEditorText(const QString &header, const QString &label);
     bool MakeBlockDirectory(const QString &dir, bool silent);
+    void CreatePages(const QString &path);
     void DeletePages();
     QString BaseTitle() const;
 };
