@@ -6,9 +6,16 @@
 #include "app/ErrorListDlg.h"
 #include "app/MainWindow.h"
 #include "app/Prompt.h"
+#include "pages/BlkCodeData.h"
+#include "pages/BlkHelpData.h"
+#include "pages/BlkMiscData.h"
+#include "pages/BlkPresData.h"
+#include "params/BlkParaData.h"
 #include "params/BlockRegistry.h"
+#include "params/ConfigurationEntities.h"
 
 #include <QDir>
+#include <QFile>
 #include <QStandardPaths>
 
 PageWindow::PageWindow(const QString &root)
@@ -44,6 +51,12 @@ bool PageWindow::OpenBlock(BlockData *block, const QString &dir, const QString &
     QDir().mkpath(path + "/src");
     QDir().mkpath(path + "/doc");
     block->path = path;
+    QFile header(path + "/src/" + name + ".h");
+    if (!header.exists() && header.open(QIODevice::WriteOnly))
+        header.write("// header\n");
+    QFile help(path + "/doc/index.htm");
+    if (!help.exists() && help.open(QIODevice::WriteOnly))
+        help.write("<html></html>\n");
     if (!SaveBlockData(block, nullptr, QStringLiteral("ZEMA"), true))
         return false;
     window->CloseAct(true, false);
@@ -55,4 +68,23 @@ QStringList PageWindow::ValidationRows() const
 {
     window->ValidateAct(true, true);
     return window->error_list->NumberedMessages();
+}
+
+BlockData *PageWindow::NewBlockRecord(const QString &name)
+{
+    auto *block = new BlockData;
+    block->config = BuildConfigurationEntities(0);
+    FindEntity(block->config, QStringLiteral("Basic"), QStringLiteral("Block Name"))->sel_val = name;
+    FindEntity(block->config, QStringLiteral("Code-Basic"), QStringLiteral("Header File Name"))->sel_val = name + ".h";
+    for (const char *kind : {"Integer16", "Integer32", "Integer64", "Real32", "Real64"})
+        FindEntity(block->config, QStringLiteral("Code-Basic"),
+                   QStringLiteral("Class/Structure Name (%1)").arg(QLatin1String(kind)))->sel_val = name;
+    block->params = new BlkParaData;
+    block->initconds = new BlkParaData;
+    block->pres = NewDefaultPresData();
+    block->pres->title = name;
+    block->code = new BlkCodeData;
+    block->misc = new BlkMiscData;
+    block->help = new BlkHelpData;
+    return block;
 }
