@@ -25,9 +25,8 @@ public:
     // Saves `block` (kept by the caller) as `dir`/`name`/`name`.bdef with "src" and "doc", and
     // opens it; false when the window refused it.
     bool OpenBlock(BlockData *block, const QString &dir, const QString &name);
-    // A block with the default Configuration, named `name`, whose header file and help page
-    // OpenBlock writes,
-    // and empty records for every page: validated as it is, it has no message at all.
+    // A block with the default Configuration, named `name`, and empty records for every page.
+    // OpenBlock writes its header file and help page, so as it is it validates without a message.
     static BlockData *NewBlockRecord(const QString &name);
     // Validates silently and gives the error list's numbered rows.
     QStringList ValidationRows() const;
