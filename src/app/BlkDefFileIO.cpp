@@ -139,17 +139,30 @@ bool LoadBlockData(BlockData *block, const QString &name_hint, ErrorList *error_
     DropDeletedWorkspaces(block->def_data, block->path);
 
     WaitCursor wait;
-    block->config = BlkParaFileIO::ReadBlkPara(reader, true);
-    block->block_id = BlockIdOf(block->config);
-    block->version = BlockVersionOf(block->config);
-    block->tool_version = ToolVersionOf(block->config);
-    block->params = BlkParaFileIO::ReadBlkPara(reader, true);
-    block->initconds = BlkParaFileIO::ReadBlkPara(reader, true);
-    block->pres = BlkPresFileIO::ReadPresData(reader);
-    block->scheme = BlkSchemeFileIO::ReadSchemeData(reader);
-    block->code = BlkCodeFileIO::ReadCodeData(reader);
-    block->misc = BlkMiscFileIO::ReadMiscData(reader);
-    block->help = BlkHelpFileIO::ReadHelpData(reader);
+    // Each section reader seeks forward to its element, so a section the file lacks would
+    // swallow every section behind it: only the sections the text holds are read.
+    const QByteArray &text = io.buffer;
+    const int para_sections = text.count("<blk_para>");
+    if (para_sections >= 1) {
+        block->config = BlkParaFileIO::ReadBlkPara(reader, true);
+        block->block_id = BlockIdOf(block->config);
+        block->version = BlockVersionOf(block->config);
+        block->tool_version = ToolVersionOf(block->config);
+    }
+    if (para_sections >= 2)
+        block->params = BlkParaFileIO::ReadBlkPara(reader, true);
+    if (para_sections >= 3)
+        block->initconds = BlkParaFileIO::ReadBlkPara(reader, true);
+    if (text.contains("<blk_pres_data"))
+        block->pres = BlkPresFileIO::ReadPresData(reader);
+    if (text.contains("<blk_scheme_data"))
+        block->scheme = BlkSchemeFileIO::ReadSchemeData(reader);
+    if (text.contains("<blk_code_data"))
+        block->code = BlkCodeFileIO::ReadCodeData(reader);
+    if (text.contains("<blk_misc_data"))
+        block->misc = BlkMiscFileIO::ReadMiscData(reader);
+    if (text.contains("<blk_help_data"))
+        block->help = BlkHelpFileIO::ReadHelpData(reader);
     ReadImages(reader, block, error_list, title, silent);
     wait.Restore();
 

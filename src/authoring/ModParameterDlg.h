@@ -34,6 +34,9 @@ public:
     // The array size of a text: the number itself, 1 for any script field, -1 for bad braces.
     qint32 CheckArraySize(const QString &text, BlkParaData *data, ParaGroup *group, ParaEntity *entity,
                           ErrorList *error_list, const QString &prefix);
+    // The entity on the form as a new record owned by the caller; null after a box, or without a
+    // current group.
+    ParaEntity *ReadEntityForm(bool is_new);
 
     qint32 kind = 2;
     quint8 hide_on_show = 0;
@@ -48,4 +51,37 @@ public slots:
     void FillComboBoxData(int row, int col, QComboBox *cbox);
     void TableAddRow(TableWidget *table);
     void TableRemoveRow(TableWidget *table);
+
+private slots:
+    void on_tree_currentItemChanged(QTreeWidgetItem *current, QTreeWidgetItem *previous);
+    void on_header_add_clicked();
+    void on_header_edit_clicked();
+    void on_header_del_clicked();
+    void on_header_up_clicked();
+    void on_header_dn_clicked();
+    void on_header_helpfile_pb_clicked();
+    void on_en_value_label_editb_clicked();
+    void on_en_value_add_clicked();
+    void on_en_value_del_clicked();
+    void on_en_value_up_clicked();
+    void on_en_value_dn_clicked();
+    void on_add_entity_clicked();
+    void on_del_entity_clicked();
+    void on_edit_entity_clicked();
+    void on_en_value_edit_pb_clicked();
+    void on_en_value_list_currentItemChanged(QListWidgetItem *current, QListWidgetItem *previous);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void ClearForm();
+    void FillTree();
+    void ShowEntity(const ParaEntity *entity);
+    // The checks "Add Entity" and "Edit Entity" share; false after a box.
+    bool CheckEntityForm();
+    // A value for the value list: false after a box. `skip` is left out of the duplicate test.
+    bool CheckValueText(const QString &text, const QListWidgetItem *skip);
+    void MoveTreeItem(bool up);
+    void FreeOwnedData();
 };

@@ -16,6 +16,7 @@ struct BlkCodeData;
 struct BlkCodePort;
 struct BlkParaData;
 struct BlockData;
+struct CodeCheckContext;
 
 namespace Ui { class CodeConfigDlg; }
 
@@ -32,9 +33,14 @@ public:
     void SyncCodeData();
     void SaveCodeData(const QString &block_dir, BlockData *block_data);
     void ValidateCodeData(ErrorList *error_list);
+    void ValidatePortFields(ErrorList *error_list);
     void ValidatePortSizes(BlkCodePort *port, ErrorList *error_list);
+    void ValidateFuncTable(ErrorList *error_list);
+    void ValidatePhyTable(ErrorList *error_list);
     void UpdatePrimaryFlag();
     void SetPortForm(int row, const QString &data_type, int size);
+    // The body of "Save Port Data".
+    void SavePortData();
 
     BlkCodeData *data = nullptr;
     MainWindow *main_window = nullptr;
@@ -51,4 +57,27 @@ public:
 public slots:
     void TableAddRow(TableWidget *table);
     void TableRemoveRow(TableWidget *table);
+    void FillFunctionComboBoxData(int row, int col, QComboBox *cbox);
+    void FillPhyPortTableComboBoxData(int row, int col, QComboBox *cbox);
+    void PhyPortTableCBoxSelChanged(int row, int col, int cur_index, int prev_index);
+
+private slots:
+    void on_ports_lb_itemSelectionChanged();
+    void on_cb_port_dim_depend_currentIndexChanged(const QString &arg1);
+    void on_pb_port_data_save_clicked();
+    // The template, encryption and script buttons come with the code generator; they stay off.
+    void on_pb_gen_tmpl_code_clicked();
+    void on_pb_encodefiles_clicked();
+    void on_pb_python_code_clicked();
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    // The port columns of the elements table follow the table's own width.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    CodeCheckContext CheckContext() const;
+    QString PortTypeOf(const QString &name) const;
+    void FillForm();
+    void FillPortList();
 };

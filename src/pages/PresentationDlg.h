@@ -12,6 +12,7 @@ class TableWidget;
 struct BlkParaData;
 struct BlkPresData;
 struct BlockData;
+struct PresCheckContext;
 
 namespace Ui { class PresentationDlg; }
 
@@ -27,6 +28,9 @@ public:
     void SyncPresData();
     void SavePresData(const QString &block_dir, BlockData *block_data);
     void ValidatePresData(ErrorList *error_list);
+    void ValidatePresImages(ErrorList *error_list);
+    void ValidatePresTexts(ErrorList *error_list);
+    void ValidatePresPorts(ErrorList *error_list);
 
     // Read from the ports table, so unsaved rows count; empty when no row has the name.
     QString PortTypeOf(const QString &name) const;
@@ -34,6 +38,8 @@ public:
     void AddPortRow(const QString &name, const QString &text, const QString &type);
     void SetBlockTitle(const QString &text);
     void SetBlockSize(int w, int h);
+    // The names of the block's drawings: those of its definition file, else its "*.vimg" files.
+    void RefreshImageList();
 
     quint8 hide_on_show = 0;
     BlkPresData *data = nullptr;
@@ -46,6 +52,27 @@ public:
 
 public slots:
     void on_refresh_portnames_pb_clicked();
+    void FillImagesImgTableComboBoxData(int row, int col, QComboBox *cbox);
+    void FillImagesTextTableComboBoxData(int row, int col, QComboBox *cbox);
+    void FillPortsComboBoxData(int row, int col, QComboBox *cbox);
+    void FillVPortsComboBoxData(int row, int col, QComboBox *cbox);
+    void FillMPortsComboBoxData(int row, int col, QComboBox *cbox);
     void TableAddRow(TableWidget *table);
     void TableRemoveRow(TableWidget *table);
+    void on_preview_pb_clicked();
+    void on_ports_update_pb_clicked();
+    void on_pb_refresh_img_clicked();
+    void on_pb_port_up_clicked();
+    void on_pb_port_dn_clicked();
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    PresCheckContext CheckContext() const;
+    void Adopt(BlkPresData *record, BlockData *block_data);
+    void ReplaceData(BlkPresData *record);
+    void FillForm();
+    void UpdateDependentTable(TableWidget *table, int deciding_col);
+    void SwapPortRows(int row, int other);
 };

@@ -104,12 +104,16 @@ BlkParaData *CopyBlkParaData(const BlkParaData *data)
             g->para_entity.append(CopyParaEntity(entity));
         copy->para_grp.append(g);
     }
-    for (const ModelCat *cat : data->model_cat) {
-        auto *c = new ModelCat;
-        for (const ModelSubCat *sub : cat->subcats)
-            c->subcats.append(new ModelSubCat(*sub));
-        copy->model_cat.append(c);
-    }
+    for (const ModelCat *cat : data->model_cat)
+        copy->model_cat.append(CopyModelCat(cat));
+    return copy;
+}
+
+ModelCat *CopyModelCat(const ModelCat *cat)
+{
+    auto *copy = new ModelCat;
+    for (const ModelSubCat *sub : cat->subcats)
+        copy->subcats.append(new ModelSubCat(*sub));
     return copy;
 }
 

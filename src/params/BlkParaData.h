@@ -98,6 +98,7 @@ void FreeBlkParaData(BlkParaData *data);
 // Deep copies: controls keep their stored fields, run-time pointers start null.
 ParaEntity *CopyParaEntity(const ParaEntity *entity);
 BlkParaData *CopyBlkParaData(const BlkParaData *data);
+ModelCat *CopyModelCat(const ModelCat *cat);
 // New groups that share the entity pointers of the source: free them with FreeShallowGroups.
 QList<ParaGroup *> CopyGroupList(const QList<ParaGroup *> &groups);
 void FreeShallowGroups(QList<ParaGroup *> &groups);

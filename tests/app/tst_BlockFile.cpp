@@ -9,6 +9,7 @@
 #include "drawing/ImgDataRec.h"
 #include "pages/BlkCodeData.h"
 #include "pages/BlkPresData.h"
+#include "schematics/BlkSchemeData.h"
 #include "params/BlkParaData.h"
 #include "params/ConfigurationEntities.h"
 
@@ -57,6 +58,25 @@ private slots:
                  QString("author & key"));
         QVERIFY(SavedAndFreed(block));
         QCOMPARE(DecodedDefinition(path + "/sample.bdef"), first);
+    }
+
+    void missingSectionsSwallowNothingBehindThem()
+    {
+        const QString path = dir.filePath("sparse");
+        QVERIFY(WriteSampleBlock(path));
+        BlockData *block = Loaded(path);
+        QVERIFY(block);
+        FreeBlkSchemeData(block->scheme);
+        block->scheme = nullptr;
+        FreeBlkPresData(block->pres);
+        block->pres = nullptr;
+        AuthValuesToWorking(block->config);
+        QVERIFY(SavedAndFreed(block));
+        block = Loaded(path);
+        QVERIFY(block && !block->scheme && !block->pres);
+        QVERIFY(block->code && !block->code->ports.isEmpty());
+        QVERIFY(block->misc && block->help && block->images);
+        FreeBlockData(block);
     }
 
     void whichDefinitionFileIsRead()
