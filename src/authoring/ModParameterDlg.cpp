@@ -36,6 +36,16 @@ BlkParaData *&BlockRecord(BlockData *block, int kind)
     return kind == 1 ? block->initconds : block->params;
 }
 
+// Overrides hold workspace paths absolute in memory and relative to a search directory on file.
+QList<ParaOvrd *> Overrides(const BlkParaData *data)
+{
+    QList<ParaOvrd *> all;
+    for (const ParaGroup *group : data->para_grp)
+        for (const ParaEntity *entity : group->para_entity)
+            all += entity->ovrds;
+    return all;
+}
+
 QString CellText(const QTableWidget *table, int row, int col)
 {
     const QTableWidgetItem *cell = table->item(row, col);
@@ -75,9 +85,8 @@ ModParameterDlg::ModParameterDlg(int kind, QWidget *parent)
     connect(table, &TableWidget::AddRowSignal, this, &ModParameterDlg::TableAddRow);
     connect(table, &TableWidget::RemoveRowSignal, this, &ModParameterDlg::TableRemoveRow);
 
-    for (QWidget *button : {static_cast<QWidget *>(ui->header_edit), static_cast<QWidget *>(ui->header_del),
-                            static_cast<QWidget *>(ui->header_up), static_cast<QWidget *>(ui->header_dn),
-                            static_cast<QWidget *>(ui->edit_entity), static_cast<QWidget *>(ui->del_entity)})
+    for (QPushButton *button : {ui->header_edit, ui->header_del, ui->header_up, ui->header_dn,
+                                ui->edit_entity, ui->del_entity})
         button->setEnabled(false);
     ClearForm();
 }
@@ -135,10 +144,8 @@ void ModParameterDlg::LoadParaPage(const QString &block_dir, BlockData *block_da
 
     if (AppSettings *settings = GlobalSettings()) {
         const QStringList dirs = SearchDirs(settings, block_dir);
-        for (ParaGroup *group : data->para_grp)
-            for (ParaEntity *entity : group->para_entity)
-                for (ParaOvrd *ovrd : entity->ovrds)
-                    ovrd->file = ResolvePath(dirs, ovrd->file);
+        for (ParaOvrd *ovrd : Overrides(data))
+            ovrd->file = ResolvePath(dirs, ovrd->file);
     }
     FillTree();
 }
@@ -150,11 +157,9 @@ void ModParameterDlg::SaveParaPage(const QString &block_dir, BlockData *block_da
         return;
     if (AppSettings *settings = GlobalSettings()) {
         const QStringList dirs = SearchDirs(settings, block_dir);
-        for (ParaGroup *group : data->para_grp)
-            for (ParaEntity *entity : group->para_entity)
-                for (ParaOvrd *ovrd : entity->ovrds)
-                    for (const QString &dir : dirs)
-                        ovrd->file = MakeRelative(dir, ovrd->file);
+        for (ParaOvrd *ovrd : Overrides(data))
+            for (const QString &dir : dirs)
+                ovrd->file = MakeRelative(dir, ovrd->file);
     }
     if (block_data) {
         BlkParaData *&record = BlockRecord(block_data, kind);

@@ -10,7 +10,6 @@ class QAction;
 class QComboBox;
 class QMenu;
 class QTableWidgetItem;
-class TableWidget;
 struct BlkParaData;
 struct ModelCat;
 

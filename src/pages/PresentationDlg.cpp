@@ -170,6 +170,9 @@ PresentationDlg::PresentationDlg(BlkParaData *para_data, QWidget *parent)
             if (QTableWidgetItem *header = table->horizontalHeaderItem(col))
                 header->setToolTip(header->text());
     }
+    // Image and port names are short: their column gives its room to the parameter columns.
+    for (TableWidget *table : {ui->imgs_table, ui->txts_table, ui->vports_table, ui->mulports_table})
+        table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     connect(ui->imgs_table, &TableWidget::FillComboBox, this,
             &PresentationDlg::FillImagesImgTableComboBoxData);
     connect(ui->txts_table, &TableWidget::FillComboBox, this,

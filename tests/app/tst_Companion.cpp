@@ -6,6 +6,7 @@
 #include "app/BlockData.h"
 #include "app/EncodeBuffer.h"
 #include "app/Entitlement.h"
+#include "params/ConfigurationEntities.h"
 #include "params/BlkParaData.h"
 
 #include <QProcess>
@@ -86,12 +87,17 @@ private slots:
 
     void checkSaveAndBatch()
     {
-        const QString good = dir.filePath("lib/good"), bad = dir.filePath("lib/bad"), broken = dir.filePath("lib/broken");
-        QVERIFY(WriteSampleBlock(good) && WriteBytes(broken + "/broken.bdef", "garbage"));
-        BlockData *block = MakeSampleBlock(bad);
+        const QString good = dir.filePath("lib/gain"), bad = dir.filePath("lib/bad"), broken = dir.filePath("lib/broken");
+        // Both start from the shipped example, which checks clean; "bad" gets a blank in its name.
+        const QString example = ZEMA_APP_DIR "/blocks/gain";
+        QVERIFY(CopyTree(example, good) && CopyTree(example, bad) && WriteBytes(broken + "/broken.bdef", "garbage"));
+        QVERIFY(QFile::rename(bad + "/gain.bdef", bad + "/bad.bdef"));
+        auto *block = new BlockData;
+        block->path = bad;
+        QVERIFY(LoadBlockData(block, QString(), nullptr, "ZEMA", true));
+        AuthValuesToWorking(block->config);
         FindEntity(block->config, "Basic", "Block Name")->sel_val = "my block";
-        SignBlock(block->config);
-        QVERIFY(QDir().mkpath(bad) && SaveBlockData(block, nullptr, "ZEMA", true));
+        QVERIFY(SaveBlockData(block, nullptr, "ZEMA", true));
         FreeBlockData(block);
         const QByteArray bad_before = ReadBytes(bad + "/bad.bdef");
 
@@ -106,8 +112,8 @@ private slots:
         QVERIFY2(QRegularExpression("^checked 3 blocks: 1 errors, \\d+ warnings, \\d+ information, 1 failed to open$")
                      .match(lines.last()).hasMatch(), qPrintable(lines.last()));
         // The example blocks shipped with the tool check clean.
-        run = Companion({"check", ZEMA_APP_DIR "/blocks/gain"});
-        QVERIFY2(run.out.endsWith("checked 1 blocks: 0 errors, 0 warnings, 0 information, 0 failed to open\n"), run.out.constData());
+        run = Companion({"check", example, ZEMA_APP_DIR "/blocks/saturation"});
+        QVERIFY2(run.out.endsWith("checked 2 blocks: 0 errors, 0 warnings, 0 information, 0 failed to open\n"), run.out.constData());
 
         QCOMPARE(Companion({"save", bad}).exit_code, 1);
         QCOMPARE(ReadBytes(bad + "/bad.bdef"), bad_before);

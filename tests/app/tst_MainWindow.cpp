@@ -11,6 +11,7 @@
 #include "app/ErrorListDlg.h"
 #include "app/MainWindow.h"
 #include "app/Prompt.h"
+#include "pages/PresentationDlg.h"
 #include "params/BlkParaData.h"
 #include "params/BlockRegistry.h"
 #include "params/ConfigurationEntities.h"
@@ -57,7 +58,8 @@ class tst_MainWindow : public QObject
     ScriptedAnswerer *answers = nullptr;
     std::unique_ptr<MainWindow> window;
 
-    // A new block named `name` whose header file exists, so that it has no warning at all.
+    // A new block named `name` with a title, whose header file and help page exist, so that it
+    // has no warning at all.
     void NewCleanBlock(const QString &name)
     {
         window->NewAct();
@@ -65,7 +67,9 @@ class tst_MainWindow : public QObject
         Type(*window, "Code-Basic", "Header File Name", name + ".h");
         for (const char *kind : {"Integer16", "Integer32", "Integer64", "Real32", "Real64"})
             Type(*window, "Code-Basic", QStringLiteral("Class/Structure Name (%1)").arg(kind), name);
+        window->pres_page->SetBlockTitle(name);
         QVERIFY(WriteBytes(dir.path() + "/" + name + "/src/" + name + ".h", "// header\n"));
+        QVERIFY(WriteBytes(dir.path() + "/" + name + "/doc/index.htm", "<html></html>\n"));
     }
 
     QString SaveNew(const QString &name)

@@ -12,7 +12,6 @@
 #include "pages/MiscConfigDlg.h"
 #include "pages/TableWidget.h"
 #include "params/BlkParaData.h"
-#include "schematics/BlkSchemeData.h"
 
 #include <QComboBox>
 #include <QListWidget>
@@ -39,14 +38,6 @@ QStringList Items(const QListWidget *list)
     for (int i = 0; i < list->count(); ++i)
         texts << list->item(i)->text();
     return texts;
-}
-
-// Every section is written, so the reader finds each one in its place.
-BlockData *NewBlock()
-{
-    BlockData *block = PageWindow::NewBlockRecord("blk");
-    block->scheme = new BlkSchemeData;
-    return block;
 }
 
 // Parameter "G"/"E" and "G"/"F", group "H", and an input port "P" of one dimension, all clean.
@@ -184,7 +175,7 @@ private slots:
     {
         QTemporaryDir tmp;
         PageWindow w(tmp.path());
-        BlockData *block = NewBlock();
+        BlockData *block = PageWindow::NewBlockRecord("blk");
         AddNames(block);
         const bool opened = w.OpenBlock(block, tmp.path(), "blk");
         FreeBlockData(block);
@@ -217,13 +208,10 @@ private slots:
         QTest::addColumn<QStringList>("messages");
         const QString cpu = "Miscellaneous: CPU operation required field has ";
         const QString cond = "Miscellaneous: Parameter conditions at row %1 has ";
-        QTest::newRow("clean") << QStringList{"_SimStepSize|G|E", "_ZeroCrossing||"} << "[G#E]*[P#4]+[_PlotStepSize]+[x_PointerSizes]"
-                               << QStringList{"[G#E] > [P#1]$too big"} << QStringList{};
+        QTest::newRow("clean") << QStringList{"_SimStepSize|G|E", "_ZeroCrossing||"}
+                               << "[G#E]*[P#4]+[_PlotStepSize]+[x_PointerSizes]" << QStringList{"[G#E] > [P#1]$too big"}
+                               << QStringList{};
         QTest::newRow("negative decimal") << QStringList{} << "-2.5" << QStringList{} << QStringList{};
-        QTest::newRow("intrinsic variable names")
-            << QStringList{"_SimStepSize|Nope|E", "_ZeroCrossing|G|X"} << "" << QStringList{}
-            << QStringList{"Code: Parameter group name 'Nope' mentioned in instrinsic variable table does not exists",
-                           "Code: Parameter entity name 'X' mentioned in instrinsic variable table does not exists"};
         QTest::newRow("invalid string") << QStringList{} << "[Step]+[_SimStepSize]" << QStringList{}
                                         << QStringList{cpu + "invalid string Step"};
         QTest::newRow("missing brace") << QStringList{} << "[G#E" << QStringList{} << QStringList{cpu + "missing square braces"};
@@ -240,9 +228,11 @@ private slots:
                            cond.arg(2) + "invalid syntax related to '()'", cond.arg(3) + "invalid syntax related to #",
                            cond.arg(3) + "non-matching variable 'x#y'", cond.arg(3) + "empty Error Text field",
                            cond.arg(5) + "empty Error Text field"};
-        QTest::newRow("order of the checks") << QStringList{"_SimStepSize|Nope|"} << "[Step]" << QStringList{"$t"}
-                                             << QStringList{"Code: Parameter group name 'Nope' mentioned in instrinsic variable table does not exists",
-                                                            cpu + "invalid string Step", cond.arg(0) + "empty Condition field"};
+        QTest::newRow("intrinsic variables, then the others")
+            << QStringList{"_SimStepSize|Nope|E", "_ZeroCrossing|G|X"} << "[Step]" << QStringList{"$t"}
+            << QStringList{"Code: Parameter group name 'Nope' mentioned in instrinsic variable table does not exists",
+                           "Code: Parameter entity name 'X' mentioned in instrinsic variable table does not exists",
+                           cpu + "invalid string Step", cond.arg(0) + "empty Condition field"};
     }
 
     void validation()
@@ -253,7 +243,7 @@ private slots:
         QFETCH(QStringList, messages);
         QTemporaryDir tmp;
         PageWindow w(tmp.path());
-        BlockData *block = NewBlock();
+        BlockData *block = PageWindow::NewBlockRecord("blk");
         AddNames(block);
         for (const QString &var : vars)
             block->misc->char_vars.append(new BlkCharVar{var.section('|', 0, 0), var.section('|', 1, 1), var.section('|', 2)});

@@ -51,12 +51,11 @@ bool PageWindow::OpenBlock(BlockData *block, const QString &dir, const QString &
     QDir().mkpath(path + "/src");
     QDir().mkpath(path + "/doc");
     block->path = path;
-    QFile header(path + "/src/" + name + ".h");
-    if (!header.exists() && header.open(QIODevice::WriteOnly))
-        header.write("// header\n");
-    QFile help(path + "/doc/index.htm");
-    if (!help.exists() && help.open(QIODevice::WriteOnly))
-        help.write("<html></html>\n");
+    for (const QString &file : {path + "/src/" + name + ".h", path + "/doc/index.htm"}) {
+        QFile out(file);
+        if (!out.exists() && out.open(QIODevice::WriteOnly))
+            out.write(file.endsWith(".h") ? "// header\n" : "<html><body>help</body></html>\n");
+    }
     if (!SaveBlockData(block, nullptr, QStringLiteral("ZEMA"), true))
         return false;
     window->CloseAct(true, false);

@@ -29,6 +29,7 @@ static BlkParaData *SampleParameters(const QString &title)
     gain->para_con.append(new ParaCon{"Gains & <Limits>", "Mode", "Fast", "SetValue", 1});
     gain->ovrds.append(new ParaOvrd{"ws/top.wsp", 17, "g", "3", gain});
     auto *mode = new ParaEntity("Mode");
+    mode->val_type = "Selected Index";
     mode->values = QStringList{"Slow", "Fast"};
     mode->ivalues = QStringList{"0", "1"};
     mode->sel_idx = 0;

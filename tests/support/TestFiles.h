@@ -9,3 +9,5 @@ QByteArray ReadBytes(const QString &path);
 bool WriteBytes(const QString &path, const QByteArray &bytes);
 // The XML declaration the container's writer puts in front of every document.
 QByteArray XmlDocument(const QByteArray &body);
+// Copies the files below `from` into `to`, making directories as needed.
+bool CopyTree(const QString &from, const QString &to);
