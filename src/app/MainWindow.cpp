@@ -35,6 +35,7 @@
 #include <QMenuBar>
 #include <QProcess>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
@@ -246,9 +247,19 @@ void MainWindow::FitPages()
     if (!block_open || !tabs->currentWidget())
         return;
     const QSize size = tabs->currentWidget()->size() - QSize(4, 4);
-    for (int tab = 0; tab < tabs->count(); ++tab)
-        if (QWidget *page = static_cast<QScrollArea *>(tabs->widget(tab))->widget())
-            page->resize(size.expandedTo(page->minimumSizeHint()));
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        auto *area = static_cast<QScrollArea *>(tabs->widget(tab));
+        QWidget *page = area->widget();
+        if (!page)
+            continue;
+        // A page taller than its tab scrolls down; it then leaves room for the scroll bar, so
+        // that it does not scroll sideways as well.
+        const QSize least = page->minimumSizeHint();
+        QSize fit = size;
+        if (least.height() > size.height())
+            fit.rwidth() -= area->verticalScrollBar()->sizeHint().width();
+        page->resize(fit.expandedTo(least));
+    }
 }
 
 

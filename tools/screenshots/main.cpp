@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QRegularExpression>
 #include <QDir>
+#include <QListWidget>
+#include <QTreeWidget>
 #include <QTabWidget>
 #include <QTextStream>
 #include <QThread>
@@ -21,6 +23,17 @@ void Settle()
         QApplication::processEvents();
         QThread::msleep(30);
     }
+}
+
+// A page shows its form filled once something is selected: the first entity, the first port.
+void SelectFirstItem(QWidget *page)
+{
+    if (auto *tree = page->findChild<QTreeWidget *>(QStringLiteral("tree"))) {
+        if (QTreeWidgetItem *group = tree->topLevelItem(0))
+            tree->setCurrentItem(group->childCount() > 0 ? group->child(0) : group);
+    }
+    if (auto *ports = page->findChild<QListWidget *>(QStringLiteral("ports_lb")))
+        ports->setCurrentRow(0);
 }
 
 QString Slug(const QString &title)
@@ -57,6 +70,8 @@ int main(int argc, char *argv[])
     }
     for (int tab = 0; tab < window->tabs->count(); ++tab) {
         window->tabs->setCurrentIndex(tab);
+        Settle();
+        SelectFirstItem(window->tabs->currentWidget());
         Settle();
         const QString file = QStringLiteral("%1/tab-%2-%3.png").arg(out_dir).arg(tab)
                                  .arg(Slug(window->tabs->tabText(tab)));
