@@ -1,5 +1,6 @@
 // The main window's sequences, clicked through the scripted answerer: new, edit, save, open,
 // close, rename, the guards and the batch run.
+#include "PageWindow.h"
 #include "SampleBlock.h"
 #include "TestFiles.h"
 #include "TestRegistry.h"
@@ -39,16 +40,6 @@ ParaEntity *Entity(MainWindow &window, const char *header, const char *label)
     return FindEntity(window.config_page->data, header, label);
 }
 
-// Types into a line edit of the Configuration page as a user would: only edited text writes back.
-void Type(MainWindow &window, const char *header, const QString &label, const QString &text)
-{
-    auto *edit = qobject_cast<Para_LineEdit *>(FindEntity(window.config_page->data, header, label)->editor);
-    QVERIFY(edit);
-    edit->edited = true;
-    edit->setText(text);
-    edit->edited = false;
-}
-
 } // namespace
 
 class tst_MainWindow : public QObject
@@ -63,10 +54,10 @@ class tst_MainWindow : public QObject
     void NewCleanBlock(const QString &name)
     {
         window->NewAct();
-        Type(*window, "Basic", "Block Name", name);
-        Type(*window, "Code-Basic", "Header File Name", name + ".h");
+        QVERIFY(TypeIntoConfiguration(window.get(), "Basic", "Block Name", name));
+        QVERIFY(TypeIntoConfiguration(window.get(), "Code-Basic", "Header File Name", name + ".h"));
         for (const char *kind : {"Integer16", "Integer32", "Integer64", "Real32", "Real64"})
-            Type(*window, "Code-Basic", QStringLiteral("Class/Structure Name (%1)").arg(kind), name);
+            QVERIFY(TypeIntoConfiguration(window.get(), "Code-Basic", QStringLiteral("Class/Structure Name (%1)").arg(kind), name));
         window->pres_page->SetBlockTitle(name);
         QVERIFY(WriteBytes(dir.path() + "/" + name + "/src/" + name + ".h", "// header\n"));
         QVERIFY(WriteBytes(dir.path() + "/" + name + "/doc/index.htm", "<html></html>\n"));
@@ -143,8 +134,8 @@ private slots:
         ParaEntity *id = Entity(*window, "Basic", "Block ID");
         QVERIFY(id->sel_val.toUInt() > 0);
 
-        Type(*window, "Basic", "Block Name", "lowpass");
-        Type(*window, "Basic", "Block Version", "  ");
+        QVERIFY(TypeIntoConfiguration(window.get(), "Basic", "Block Name", "lowpass"));
+        QVERIFY(TypeIntoConfiguration(window.get(), "Basic", "Block Version", "  "));
         answers->choices.append({dir.path()});
         // A new block has no header file yet: one Warning, asked about.
         answers->buttons.append(QMessageBox::Ok);
@@ -209,7 +200,7 @@ private slots:
     void warningsAndBatchMode()
     {
         window->NewAct();
-        Type(*window, "Basic", "Block Name", "warned");
+        QVERIFY(TypeIntoConfiguration(window.get(), "Basic", "Block Name", "warned"));
         answers->buttons.append(QMessageBox::Cancel);
         QVERIFY(!window->SaveAct());
         QVERIFY(answers->texts.contains(kWarningsAsk));
@@ -236,7 +227,7 @@ private slots:
         QVERIFY(WriteBytes(old_dir + "/extra/deep.txt", "not carried over\n"));
         const QString old_id = Entity(*window, "Basic", "Block ID")->sel_val;
 
-        Type(*window, "Basic", "Block Name", "second");
+        QVERIFY(TypeIntoConfiguration(window.get(), "Basic", "Block Name", "second"));
         answers->buttons.append(QMessageBox::No);
         QVERIFY(window->SaveAct()); // a refused rename still counts as saved
         QVERIFY(!QFileInfo::exists(dir.path() + "/second"));
@@ -319,7 +310,7 @@ private slots:
         QFETCH(bool, warned);
         const QString name = QString(QTest::currentDataTag()).replace(' ', '_');
         const QString block_dir = SaveNew(name);
-        Type(*window, "Basic", "ZEMA Version", block_version);
+        QVERIFY(TypeIntoConfiguration(window.get(), "Basic", "ZEMA Version", block_version));
         QVERIFY(window->SaveAct());
         window->CloseAct(true, false);
         answers->texts.clear();

@@ -12,6 +12,8 @@
 #include "pages/BlkPresData.h"
 #include "params/BlkParaData.h"
 #include "params/BlockRegistry.h"
+#include "params/ParameterDlg.h"
+#include "params/Para_LineEdit.h"
 #include "params/ConfigurationEntities.h"
 
 #include <QDir>
@@ -86,4 +88,17 @@ BlockData *PageWindow::NewBlockRecord(const QString &name)
     block->misc = new BlkMiscData;
     block->help = new BlkHelpData;
     return block;
+}
+
+bool TypeIntoConfiguration(MainWindow *window, const QString &header, const QString &label,
+                           const QString &text)
+{
+    ParaEntity *entity = FindEntity(window->config_page->data, header, label);
+    auto *edit = qobject_cast<Para_LineEdit *>(entity ? entity->editor : nullptr);
+    if (!edit)
+        return false;
+    edit->edited = true;
+    edit->setText(text);
+    edit->edited = false;
+    return true;
 }

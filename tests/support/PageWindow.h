@@ -34,3 +34,8 @@ public:
     std::unique_ptr<MainWindow> window;
     ScriptedAnswerer *answers = nullptr;
 };
+
+// Types into a line edit of the Configuration page as a user would: only edited text writes back.
+// False when the entity has no line edit.
+bool TypeIntoConfiguration(MainWindow *window, const QString &header, const QString &label,
+                           const QString &text);
