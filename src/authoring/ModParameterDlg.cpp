@@ -46,12 +46,6 @@ QList<ParaOvrd *> Overrides(const BlkParaData *data)
     return all;
 }
 
-QString CellText(const QTableWidget *table, int row, int col)
-{
-    const QTableWidgetItem *cell = table->item(row, col);
-    return cell ? cell->text() : QString();
-}
-
 // Entity values may hold a forbidden character as long as one of these stands beside it: that is
 // how decimal numbers and bounds pass.
 bool IsValueText(const QString &text)
@@ -492,11 +486,11 @@ ParaEntity *ModParameterDlg::ReadEntityForm(bool is_new)
     }
     for (int row = 0; row < table->rowCount(); ++row) {
         auto *control = new ParaCon;
-        control->header = CellText(table, row, kGroupCol);
-        control->label = CellText(table, row, kEntityCol);
-        control->value = CellText(table, row, kValueCol);
-        control->sel_idx = qMax(0, entity->values.indexOf(CellText(table, row, kPresValueCol)));
-        control->act_type = CellText(table, row, kTypeCol);
+        control->header = table->CellText(row, kGroupCol);
+        control->label = table->CellText(row, kEntityCol);
+        control->value = table->CellText(row, kValueCol);
+        control->sel_idx = qMax(0, entity->values.indexOf(table->CellText(row, kPresValueCol)));
+        control->act_type = table->CellText(row, kTypeCol);
         entity->para_con.append(control);
     }
     return entity;
@@ -546,6 +540,11 @@ void ModParameterDlg::on_del_entity_clicked()
     QTreeWidgetItem *item = ui->tree->currentItem();
     group->para_entity.removeOne(entity);
     FreeParaEntity(entity);
+    DropTreeItem(item);
+}
+
+void ModParameterDlg::DropTreeItem(QTreeWidgetItem *item)
+{
     ui->tree->setCurrentItem(nullptr);
     delete item;
     cur_group = nullptr;
@@ -553,21 +552,28 @@ void ModParameterDlg::on_del_entity_clicked()
     ClearForm();
 }
 
-void ModParameterDlg::on_header_add_clicked()
+bool ModParameterDlg::CheckGroupName(const QString &header)
 {
-    if (!data)
-        return;
-    const QString header = ui->header->text().trimmed();
     if (!IsValidIdentifier(header)) {
         Prompt::Critical(this, QStringLiteral("Group name has invalid characters."));
-        return;
+        return false;
     }
     // Deliberate: only the hidden root's empty text is compared, so a duplicate name passes here
     // and is left to the validation.
     if (header == ui->tree->invisibleRootItem()->text(0)) {
         Prompt::Critical(this, QStringLiteral("Group name already exits."));
-        return;
+        return false;
     }
+    return true;
+}
+
+void ModParameterDlg::on_header_add_clicked()
+{
+    if (!data)
+        return;
+    const QString header = ui->header->text().trimmed();
+    if (!CheckGroupName(header))
+        return;
     auto *group = new ParaGroup;
     group->header = header;
     group->helpfile = ui->header_helpfile_edit->text();
@@ -582,14 +588,8 @@ void ModParameterDlg::on_header_edit_clicked()
     if (!item || item->parent() || !cur_group)
         return;
     const QString header = ui->header->text().trimmed();
-    if (!IsValidIdentifier(header)) {
-        Prompt::Critical(this, QStringLiteral("Group name has invalid characters."));
+    if (!CheckGroupName(header))
         return;
-    }
-    if (header == ui->tree->invisibleRootItem()->text(0)) {
-        Prompt::Critical(this, QStringLiteral("Group name already exits."));
-        return;
-    }
     item->setText(0, header);
     cur_group->header = header;
     cur_group->helpfile = ui->header_helpfile_edit->text();
@@ -606,11 +606,7 @@ void ModParameterDlg::on_header_del_clicked()
     ParaGroup *group = cur_group;
     data->para_grp.removeOne(group);
     FreeParaGroup(group);
-    ui->tree->setCurrentItem(nullptr);
-    delete item;
-    cur_group = nullptr;
-    cur_entity = nullptr;
-    ClearForm();
+    DropTreeItem(item);
 }
 
 void ModParameterDlg::on_header_helpfile_pb_clicked()
@@ -707,7 +703,7 @@ void ModParameterDlg::FillComboBoxData(int row, int col, QComboBox *cbox)
         return;
     case kEntityCol:
     case kValueCol: {
-        const ParaGroup *group = FindGroup(data, CellText(table, row, kGroupCol));
+        const ParaGroup *group = FindGroup(data, table->CellText(row, kGroupCol));
         if (!group) {
             no_editor();
             return;
@@ -719,14 +715,14 @@ void ModParameterDlg::FillComboBoxData(int row, int col, QComboBox *cbox)
             table->AttachCombo(cbox, true);
             return;
         }
-        const ParaEntity *entity = FindEntityInGroup(group, CellText(table, row, kEntityCol));
+        const ParaEntity *entity = FindEntityInGroup(group, table->CellText(row, kEntityCol));
         if (!entity) {
             no_editor();
             return;
         }
         if (entity->values.isEmpty()) {
             cbox->setEditable(true);
-            const QString text = CellText(table, row, kValueCol);
+            const QString text = table->CellText(row, kValueCol);
             if (!text.isEmpty())
                 cbox->addItem(text);
         } else {
@@ -761,17 +757,11 @@ void ModParameterDlg::TableAddRow(TableWidget *table)
         Prompt::Critical(this, QStringLiteral("Cannot add entity connection. Entity value list is empty."));
         return;
     }
-    table->CommitCell(-1, true);
-    const int row = table->rowCount();
-    table->insertRow(row);
-    for (int col = 0; col < table->columnCount(); ++col)
-        table->setItem(row, col, new QTableWidgetItem);
+    table->AddEmptyRow();
 }
 
 void ModParameterDlg::TableRemoveRow(TableWidget *table)
 {
-    table->CommitCell(-1, true);
-    const QModelIndex current = table->currentIndex();
-    if (current.isValid())
-        table->removeRow(current.row());
+    if (table)
+        table->RemoveCurrentRow();
 }

@@ -76,6 +76,9 @@ protected:
 
 private:
     void ClearForm();
+    // The record behind `item` is already freed; the tree and the form forget it.
+    void DropTreeItem(QTreeWidgetItem *item);
+    bool CheckGroupName(const QString &header);
     void FillTree();
     void ShowEntity(const ParaEntity *entity);
     // The checks "Add Entity" and "Edit Entity" share; false after a box.

@@ -23,12 +23,6 @@ QTableWidgetItem *LoadedItem(const QString &text)
     return item;
 }
 
-QString CellText(const QTableWidget *table, int row, int col)
-{
-    const QTableWidgetItem *item = table->item(row, col);
-    return item ? item->text() : QString();
-}
-
 } // namespace
 
 ModelParameterDlg::ModelParameterDlg(BlkParaData *para_data, QWidget *parent)
@@ -161,8 +155,8 @@ void ModelParameterDlg::StoreCurrentModel()
     model->subcats.clear();
     for (int col = 0; col < ui->tb_header->columnCount(); ++col) {
         auto *sub = new ModelSubCat;
-        sub->group = CellText(ui->tb_header, 0, col);
-        sub->entity = CellText(ui->tb_header, 1, col);
+        sub->group = ui->tb_header->CellText(0, col);
+        sub->entity = ui->tb_header->CellText(1, col);
         // A cell without an item is skipped, so the values below it move up.
         for (int row = 0; row < ui->tb_data->rowCount(); ++row)
             if (const QTableWidgetItem *item = ui->tb_data->item(row, col))
@@ -355,7 +349,7 @@ void ModelParameterDlg::ShiftRowDownAct()
 void ModelParameterDlg::SwapColumns(int from, int to)
 {
     ui->tb_header->CommitCell(-1, true);
-    for (QTableWidget *table : {static_cast<QTableWidget *>(ui->tb_header), static_cast<QTableWidget *>(ui->tb_data)}) {
+    for (TableWidget *table : {ui->tb_header, ui->tb_data}) {
         for (int row = 0; row < table->rowCount(); ++row) {
             QTableWidgetItem *a = table->takeItem(row, from);
             QTableWidgetItem *b = table->takeItem(row, to);
@@ -368,7 +362,7 @@ void ModelParameterDlg::SwapColumns(int from, int to)
 
 void ModelParameterDlg::SwapRows(int from, int to)
 {
-    QTableWidget *table = ui->tb_data;
+    TableWidget *table = ui->tb_data;
     const int col = table->currentColumn();
     for (int c = 0; c < table->columnCount(); ++c) {
         QTableWidgetItem *a = table->takeItem(from, c);

@@ -32,28 +32,6 @@ const QStringList kGeneralMemTypes = {"Cacheable", "Non-Cacheable", "Depends"};
 const QStringList kPhysicalMemTypes = {"Cacheable"};
 const int kMaxDims = 4;
 
-QString CellText(const QTableWidget *table, int row, int col)
-{
-    const QTableWidgetItem *cell = table->item(row, col);
-    return cell ? cell->text() : QString();
-}
-
-void SetCellText(QTableWidget *table, int row, int col, const QString &text)
-{
-    if (QTableWidgetItem *cell = table->item(row, col))
-        cell->setText(text);
-    else
-        table->setItem(row, col, new QTableWidgetItem(text));
-}
-
-void AppendRow(QTableWidget *table, const QStringList &texts)
-{
-    const int row = table->rowCount();
-    table->insertRow(row);
-    for (int col = 0; col < table->columnCount(); ++col)
-        table->setItem(row, col, new QTableWidgetItem(texts.value(col)));
-}
-
 // Ends the edit without writing, so a cell that offers no choice keeps its text.
 void ShowNoCombo(TableWidget *table)
 {
@@ -323,7 +301,7 @@ void CodeConfigDlg::SavePortData()
     if (port->dim_dependency == QLatin1String("Script")) {
         // Empty rows are skipped, so a gap between two sizes closes up.
         for (int row = 0; row < table->rowCount(); ++row) {
-            const QString text = CellText(table, row, 1);
+            const QString text = table->CellText(row, 1);
             if (text.isEmpty())
                 continue;
             auto *dim = new BlkPortDim;
@@ -351,29 +329,27 @@ void CodeConfigDlg::SetPortForm(int row, const QString &data_type, int size)
     ui->ports_lb->setCurrentRow(row);
     on_ports_lb_itemSelectionChanged();
     if (ui->port_dim_table->rowCount() > 0)
-        SetCellText(ui->port_dim_table, 0, 1, QString::number(size));
+        ui->port_dim_table->SetCellText(0, 1, QString::number(size));
     SelectText(ui->port_datatype_cb, data_type);
     SavePortData();
 }
 
 void CodeConfigDlg::TableAddRow(TableWidget *table)
 {
-    table->CommitCell(-1, true);
-    AppendRow(table, {});
+    if (table)
+        table->AddEmptyRow();
 }
 
 void CodeConfigDlg::TableRemoveRow(TableWidget *table)
 {
-    table->CommitCell(-1, true);
-    const QModelIndex current = table->currentIndex();
-    if (current.isValid())
-        table->removeRow(current.row());
+    if (table)
+        table->RemoveCurrentRow();
 }
 
 void CodeConfigDlg::FillFunctionComboBoxData(int row, int col, QComboBox *cbox)
 {
     TableWidget *table = ui->code_func_table;
-    if (CellText(table, row, kFuncName).isEmpty()) {
+    if (table->CellText(row, kFuncName).isEmpty()) {
         ShowNoCombo(table);
         return;
     }
@@ -382,7 +358,7 @@ void CodeConfigDlg::FillFunctionComboBoxData(int row, int col, QComboBox *cbox)
         cbox->addItems(GroupHeaders(para_data));
         break;
     case kParaEn: {
-        const ParaGroup *group = FindGroup(para_data, CellText(table, row, kParaGrp));
+        const ParaGroup *group = FindGroup(para_data, table->CellText(row, kParaGrp));
         if (!group) {
             ShowNoCombo(table);
             return;
@@ -391,14 +367,14 @@ void CodeConfigDlg::FillFunctionComboBoxData(int row, int col, QComboBox *cbox)
         break;
     }
     case kParaVal: {
-        const ParaGroup *group = FindGroup(para_data, CellText(table, row, kParaGrp));
-        const ParaEntity *entity = group ? FindEntityInGroup(group, CellText(table, row, kParaEn)) : nullptr;
+        const ParaGroup *group = FindGroup(para_data, table->CellText(row, kParaGrp));
+        const ParaEntity *entity = group ? FindEntityInGroup(group, table->CellText(row, kParaEn)) : nullptr;
         if (!entity) {
             ShowNoCombo(table);
             return;
         }
         cbox->setEditable(true);
-        const QString text = CellText(table, row, col);
+        const QString text = table->CellText(row, col);
         if (!text.isEmpty())
             cbox->addItem(text);
         for (const QString &value : entity->values)
@@ -431,7 +407,7 @@ void CodeConfigDlg::FillPhyPortTableComboBoxData(int row, int col, QComboBox *cb
         break;
     case kElName: {
         cbox->setEditable(true);
-        const QString text = CellText(table, row, col);
+        const QString text = table->CellText(row, col);
         if (!text.isEmpty())
             cbox->addItem(text);
         break;
@@ -446,7 +422,7 @@ void CodeConfigDlg::FillPhyPortTableComboBoxData(int row, int col, QComboBox *cb
         break;
     case kElenEn:
     case kElvalEn: {
-        const ParaGroup *group = FindGroup(para_data, CellText(table, row, col - 1));
+        const ParaGroup *group = FindGroup(para_data, table->CellText(row, col - 1));
         if (!group) {
             ShowNoCombo(table);
             return;
@@ -456,8 +432,8 @@ void CodeConfigDlg::FillPhyPortTableComboBoxData(int row, int col, QComboBox *cb
     }
     case kElenVal: {
         const ParaEntity *entity = nullptr;
-        if (const ParaGroup *group = FindGroup(para_data, CellText(table, row, kElenGrp)))
-            entity = FindEntityInGroup(group, CellText(table, row, kElenEn));
+        if (const ParaGroup *group = FindGroup(para_data, table->CellText(row, kElenGrp)))
+            entity = FindEntityInGroup(group, table->CellText(row, kElenEn));
         if (!entity) {
             ShowNoCombo(table);
             return;
@@ -476,8 +452,8 @@ void CodeConfigDlg::PhyPortTableCBoxSelChanged(int row, int col, int cur_index, 
     if (col > kPort2)
         return;
     TableWidget *table = ui->phy_para_table;
-    const QString port1 = CellText(table, row, kPort1);
-    const QString port2 = CellText(table, row, kPort2);
+    const QString port1 = table->CellText(row, kPort1);
+    const QString port2 = table->CellText(row, kPort2);
     if (port1.isEmpty() || port2.isEmpty())
         return;
     const BlkCodePort *code1 = FindCodePort(data, port1);
@@ -486,11 +462,11 @@ void CodeConfigDlg::PhyPortTableCBoxSelChanged(int row, int col, int cur_index, 
     const QString name2 = code2 ? code2->data_name : QString();
     // Overwrites a name typed by hand: the element is named after its ports each time.
     if (!name1.isEmpty() && !name2.isEmpty())
-        SetCellText(table, row, kElName, name1 + "_" + name2);
+        table->SetCellText(row, kElName, name1 + "_" + name2);
     if (!primary) {
-        SetCellText(table, row, kElType, el_types.value(4));
-        SetCellText(table, row, kElMf, QString());
-        SetCellText(table, row, kElenGrp, QString());
+        table->SetCellText(row, kElType, el_types.value(4));
+        table->SetCellText(row, kElMf, QString());
+        table->SetCellText(row, kElenGrp, QString());
     }
 }
 
@@ -548,13 +524,13 @@ void CodeConfigDlg::SyncCodeData()
         if (!func_table->item(row, kFuncName))
             continue;
         auto *func = new BlkCodeFunc;
-        func->func_name = CellText(func_table, row, kFuncName);
-        func->para_grp = CellText(func_table, row, kParaGrp);
-        func->para_en_name = CellText(func_table, row, kParaEn);
-        func->para_en_val = CellText(func_table, row, kParaVal);
-        func->port = CellText(func_table, row, kFuncPort);
-        func->dim = CellText(func_table, row, kFuncDim);
-        func->size = CellText(func_table, row, kFuncSize);
+        func->func_name = func_table->CellText(row, kFuncName);
+        func->para_grp = func_table->CellText(row, kParaGrp);
+        func->para_en_name = func_table->CellText(row, kParaEn);
+        func->para_en_val = func_table->CellText(row, kParaVal);
+        func->port = func_table->CellText(row, kFuncPort);
+        func->dim = func_table->CellText(row, kFuncDim);
+        func->size = func_table->CellText(row, kFuncSize);
         data->funcs.append(func);
     }
 
@@ -566,16 +542,16 @@ void CodeConfigDlg::SyncCodeData()
         if (!phy_table->item(row, kPort1))
             continue;
         auto *element = new BlkPhyElement;
-        element->port1 = CellText(phy_table, row, kPort1).trimmed();
-        element->port2 = CellText(phy_table, row, kPort2).trimmed();
-        element->el_name = CellText(phy_table, row, kElName).trimmed();
-        element->el_type = qMin(int(el_types.indexOf(CellText(phy_table, row, kElType))), 4);
-        element->el_mf = CellText(phy_table, row, kElMf);
-        element->elen_para_grp = CellText(phy_table, row, kElenGrp);
-        element->elen_para_en = CellText(phy_table, row, kElenEn);
-        element->elen_para_en_val = CellText(phy_table, row, kElenVal);
-        element->elval_para_grp = CellText(phy_table, row, kElvalGrp);
-        element->elval_para_en = CellText(phy_table, row, kElvalEn);
+        element->port1 = phy_table->CellText(row, kPort1).trimmed();
+        element->port2 = phy_table->CellText(row, kPort2).trimmed();
+        element->el_name = phy_table->CellText(row, kElName).trimmed();
+        element->el_type = qMin(int(el_types.indexOf(phy_table->CellText(row, kElType))), 4);
+        element->el_mf = phy_table->CellText(row, kElMf);
+        element->elen_para_grp = phy_table->CellText(row, kElenGrp);
+        element->elen_para_en = phy_table->CellText(row, kElenEn);
+        element->elen_para_en_val = phy_table->CellText(row, kElenVal);
+        element->elval_para_grp = phy_table->CellText(row, kElvalGrp);
+        element->elval_para_en = phy_table->CellText(row, kElvalEn);
         if (element->elval_para_grp.isEmpty())
             element->elval_para_en.clear();
         if (element->elen_para_grp.isEmpty()) {
@@ -624,11 +600,11 @@ void CodeConfigDlg::LoadCodeData(const QString &block_dir, BlockData *block_data
     FillPortList();
     ui->code_func_table->setRowCount(0);
     for (const BlkCodeFunc *func : data->funcs)
-        AppendRow(ui->code_func_table, {func->func_name, func->para_grp, func->para_en_name,
+        ui->code_func_table->AppendRow({func->func_name, func->para_grp, func->para_en_name,
                                         func->para_en_val, func->port, func->dim, func->size});
     ui->phy_para_table->setRowCount(0);
     for (const BlkPhyElement *element : data->elements)
-        AppendRow(ui->phy_para_table, {element->port1, element->port2, element->el_name,
+        ui->phy_para_table->AppendRow({element->port1, element->port2, element->el_name,
                                        el_types.value(element->el_type), element->el_mf,
                                        element->elen_para_grp, element->elen_para_en,
                                        element->elen_para_en_val, element->elval_para_grp,

@@ -24,17 +24,6 @@ namespace {
 const char kMiscFile[] = "/blk_misc.cfg";
 const char kTitle[] = "ZEMA";
 
-QString CellText(const QTableWidget *table, int row, int col)
-{
-    const QTableWidgetItem *item = table->item(row, col);
-    return item ? item->text() : QString();
-}
-
-void SetCell(QTableWidget *table, int row, int col, const QString &text)
-{
-    table->setItem(row, col, new QTableWidgetItem(text));
-}
-
 QStringList ListTexts(const QListWidget *list)
 {
     QStringList texts;
@@ -59,8 +48,8 @@ MiscConfigDlg::MiscConfigDlg(MainWindow *main_window, QWidget *parent)
     TableWidget *vars = ui->code_intrins_var_table;
     vars->ColumnKinds({1, 2}, {});
     vars->setRowCount(2);
-    SetCell(vars, 0, 0, QStringLiteral("_SimStepSize"));
-    SetCell(vars, 1, 0, QStringLiteral("_ZeroCrossing"));
+    vars->SetCellText(0, 0, QStringLiteral("_SimStepSize"));
+    vars->SetCellText(1, 0, QStringLiteral("_ZeroCrossing"));
     vars->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     vars->setMaximumHeight(vars->horizontalHeader()->sizeHint().height() + vars->verticalHeader()->length()
                            + 2 * vars->frameWidth() + 4);
@@ -111,10 +100,10 @@ void MiscConfigDlg::FillForm()
     // A variable that has no fixed row is dropped from the page, and so from the next sync.
     for (const BlkCharVar *var : data->char_vars) {
         for (int row = 0; row < vars->rowCount(); ++row) {
-            if (CellText(vars, row, 0) != var->char_var_name)
+            if (vars->CellText(row, 0) != var->char_var_name)
                 continue;
-            SetCell(vars, row, 1, var->para_grp);
-            SetCell(vars, row, 2, var->para_entity);
+            vars->SetCellText(row, 1, var->para_grp);
+            vars->SetCellText(row, 2, var->para_entity);
             break;
         }
     }
@@ -124,9 +113,9 @@ void MiscConfigDlg::FillForm()
         const QStringList parts = entry.split(QLatin1Char('$'));
         const int row = conds->rowCount();
         conds->insertRow(row);
-        SetCell(conds, row, 0, parts[0]);
+        conds->SetCellText(row, 0, parts[0]);
         if (parts.size() > 1)
-            SetCell(conds, row, 1, parts[1]);
+            conds->SetCellText(row, 1, parts[1]);
     }
     ui->eb_cpu_ops->setText(data->cpu_ops);
     ui->dev_remarks->setPlainText(data->dev_rem);
@@ -151,7 +140,7 @@ void MiscConfigDlg::SyncMiscData()
     for (int row = 0; row < vars->rowCount(); ++row) {
         if (!vars->item(row, 0))
             continue;
-        data->char_vars.append(new BlkCharVar{CellText(vars, row, 0), CellText(vars, row, 1), CellText(vars, row, 2)});
+        data->char_vars.append(new BlkCharVar{vars->CellText(row, 0), vars->CellText(row, 1), vars->CellText(row, 2)});
     }
     data->blk_depends = ListTexts(ui->lb_depend_blk);
     data->cpp_depends = ListTexts(ui->lb_depend_code);
@@ -159,9 +148,9 @@ void MiscConfigDlg::SyncMiscData()
     for (int row = 0; row < conds->rowCount(); ++row) {
         if (!conds->item(row, 0))
             continue;
-        QString entry = CellText(conds, row, 0).trimmed();
+        QString entry = conds->CellText(row, 0).trimmed();
         if (conds->item(row, 1))
-            entry += QLatin1Char('$') + CellText(conds, row, 1).trimmed();
+            entry += QLatin1Char('$') + conds->CellText(row, 1).trimmed();
         data->para_cond.append(entry);
     }
     data->cpu_ops = ui->eb_cpu_ops->text();
@@ -250,19 +239,14 @@ void MiscConfigDlg::FillIntrinsVarComboBoxData(int row, int col, QComboBox *cbox
 
 void MiscConfigDlg::TableAddRow(TableWidget *table)
 {
-    table->CommitCell(-1, true);
-    const int row = table->rowCount();
-    table->insertRow(row);
-    for (int col = 0; col < table->columnCount(); ++col)
-        SetCell(table, row, col, QString());
+    if (table)
+        table->AddEmptyRow();
 }
 
 void MiscConfigDlg::TableRemoveRow(TableWidget *table)
 {
-    table->CommitCell(-1, true);
-    const QModelIndex current = table->currentIndex();
-    if (current.isValid())
-        table->removeRow(current.row());
+    if (table)
+        table->RemoveCurrentRow();
 }
 
 bool MiscConfigDlg::AddBelowRoot(QListWidget *list, const QString &path, const QString &refusal)

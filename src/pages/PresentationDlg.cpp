@@ -81,30 +81,16 @@ ErrorList *WindowErrorList()
     return window ? window->error_list : nullptr;
 }
 
-QString CellText(const QTableWidget *table, int row, int col)
-{
-    const QTableWidgetItem *cell = table->item(row, col);
-    return cell ? cell->text() : QString();
-}
-
-void AppendRow(QTableWidget *table, const QStringList &texts)
-{
-    const int row = table->rowCount();
-    table->insertRow(row);
-    for (int col = 0; col < texts.size(); ++col)
-        table->setItem(row, col, new QTableWidgetItem(texts.at(col)));
-}
-
 // The dependent tables know a port by its name up to the first comma.
 QString PortKey(const QString &name)
 {
     return name.section(QLatin1Char(','), 0, 0).trimmed();
 }
 
-int FindKeyRow(const QTableWidget *table, const QString &key)
+int FindKeyRow(const TableWidget *table, const QString &key)
 {
     for (int row = 0; row < table->rowCount(); ++row)
-        if (PortKey(CellText(table, row, 0)) == key)
+        if (PortKey(table->CellText(row, 0)) == key)
             return row;
     return -1;
 }
@@ -117,7 +103,7 @@ void NoEditor(TableWidget *table)
 
 // A group, entity or value column, after the group column `group_col`. False: no editor, as the
 // group or entity to the left is missing.
-bool AddParameterItems(const BlkParaData *para_data, const QTableWidget *table, int row, int col,
+bool AddParameterItems(const BlkParaData *para_data, const TableWidget *table, int row, int col,
                        int group_col, QComboBox *cbox)
 {
     if (col == group_col) {
@@ -126,7 +112,7 @@ bool AddParameterItems(const BlkParaData *para_data, const QTableWidget *table, 
                 cbox->addItem(group->header);
         return true;
     }
-    const ParaGroup *group = FindGroup(para_data, CellText(table, row, group_col));
+    const ParaGroup *group = FindGroup(para_data, table->CellText(row, group_col));
     if (!group)
         return false;
     if (col == group_col + 1) {
@@ -134,7 +120,7 @@ bool AddParameterItems(const BlkParaData *para_data, const QTableWidget *table, 
             cbox->addItem(entity->label);
         return true;
     }
-    const ParaEntity *entity = FindEntityInGroup(group, CellText(table, row, group_col + 1));
+    const ParaEntity *entity = FindEntityInGroup(group, table->CellText(row, group_col + 1));
     if (!entity)
         return false;
     cbox->addItems(entity->values);
@@ -256,20 +242,20 @@ void PresentationDlg::FillForm()
         table->setRowCount(0);
     }
     for (const BlkImage *image : data->images)
-        AppendRow(ui->imgs_table, {image->name, image->para_grp, image->para_entity, image->para_value});
+        ui->imgs_table->AppendRow({image->name, image->para_grp, image->para_entity, image->para_value});
     for (const BlkImageText *text : data->texts)
-        AppendRow(ui->txts_table, {text->img_name, text->text, text->para_grp, text->para_entity});
+        ui->txts_table->AppendRow({text->img_name, text->text, text->para_grp, text->para_entity});
     for (const BlkPort *port : data->ports) {
-        AppendRow(ui->ports_table,
+        ui->ports_table->AppendRow(
                   {port->name, port->dis_text, port->type, port->placement,
                    QString::number(port->per_distance),
                    QString::number(port->text_dx) + "," + QString::number(port->text_dy),
                    WordOf(ConnReqWords(), port->conn_req), WordOf(VisibilityWords(), port->vport_para),
                    WordOf(MultipleWords(), port->mport_para)});
         if (port->mport_para)
-            AppendRow(ui->mulports_table, {PortKey(port->name), port->mport_grp, port->mport_entity});
+            ui->mulports_table->AppendRow({PortKey(port->name), port->mport_grp, port->mport_entity});
         if (port->vport_para > 1)
-            AppendRow(ui->vports_table, {PortKey(port->name), port->vport_grp, port->vport_entity,
+            ui->vports_table->AppendRow({PortKey(port->name), port->vport_grp, port->vport_entity,
                                          port->vport_value});
     }
 }
@@ -292,69 +278,69 @@ void PresentationDlg::SyncPresData()
     record->border = ui->blk_hasborder->isChecked() ? 1 : 0;
     record->aspect = ui->blk_aspect_ratio->isChecked() ? 1 : 0;
 
-    const QTableWidget *imgs = ui->imgs_table;
+    const TableWidget *imgs = ui->imgs_table;
     for (int row = 0; row < imgs->rowCount(); ++row) {
         if (!imgs->item(row, 0))
             continue;
         auto *image = new BlkImage;
-        image->name = CellText(imgs, row, 0);
-        image->para_grp = CellText(imgs, row, 1);
-        image->para_entity = CellText(imgs, row, 2);
-        image->para_value = CellText(imgs, row, 3);
+        image->name = imgs->CellText(row, 0);
+        image->para_grp = imgs->CellText(row, 1);
+        image->para_entity = imgs->CellText(row, 2);
+        image->para_value = imgs->CellText(row, 3);
         record->images.append(image);
     }
-    const QTableWidget *txts = ui->txts_table;
+    const TableWidget *txts = ui->txts_table;
     for (int row = 0; row < txts->rowCount(); ++row) {
         if (!txts->item(row, 0))
             continue;
         auto *text = new BlkImageText;
-        text->img_name = CellText(txts, row, 0);
-        text->text = CellText(txts, row, 1);
-        text->para_grp = CellText(txts, row, 2);
-        text->para_entity = CellText(txts, row, 3);
+        text->img_name = txts->CellText(row, 0);
+        text->text = txts->CellText(row, 1);
+        text->para_grp = txts->CellText(row, 2);
+        text->para_entity = txts->CellText(row, 3);
         record->texts.append(text);
     }
 
-    const QTableWidget *ports = ui->ports_table;
-    const QTableWidget *vports = ui->vports_table;
-    const QTableWidget *mulports = ui->mulports_table;
+    const TableWidget *ports = ui->ports_table;
+    const TableWidget *vports = ui->vports_table;
+    const TableWidget *mulports = ui->mulports_table;
     for (int row = 0; row < ports->rowCount(); ++row) {
         if (!ports->item(row, kPortName))
             continue;
         auto *port = new BlkPort;
-        port->name = CellText(ports, row, kPortName).trimmed();
-        port->dis_text = CellText(ports, row, kPortText).trimmed();
-        port->type = CellText(ports, row, kPortType);
-        port->placement = CellText(ports, row, kPortPlacement);
-        port->per_distance = CellText(ports, row, kPortPosition).toFloat();
-        const QStringList offset = CellText(ports, row, kPortTextOffset).trimmed().split(QLatin1Char(','));
+        port->name = ports->CellText(row, kPortName).trimmed();
+        port->dis_text = ports->CellText(row, kPortText).trimmed();
+        port->type = ports->CellText(row, kPortType);
+        port->placement = ports->CellText(row, kPortPlacement);
+        port->per_distance = ports->CellText(row, kPortPosition).toFloat();
+        const QStringList offset = ports->CellText(row, kPortTextOffset).trimmed().split(QLatin1Char(','));
         if (offset.size() == 2) {
             port->text_dx = offset.at(0).toFloat();
             port->text_dy = offset.at(1).toFloat();
         }
-        const QString conn_req = CellText(ports, row, kPortConnReq);
+        const QString conn_req = ports->CellText(row, kPortConnReq);
         port->conn_req = conn_req == ConnReqWords().at(1) ? 1 : conn_req == ConnReqWords().at(2) ? 2 : 0;
 
         // "Parameter Based" counts only once "Update" has given the port its row.
         const QString key = PortKey(port->name);
-        const QString visibility = CellText(ports, row, kPortVisibility);
+        const QString visibility = ports->CellText(row, kPortVisibility);
         if (visibility == VisibilityWords().at(1)) {
             port->vport_para = 1;
         } else if (visibility == QLatin1String(kParameterBased)) {
             const int vrow = FindKeyRow(vports, key);
             if (vrow >= 0) {
                 port->vport_para = 2;
-                port->vport_grp = CellText(vports, vrow, 1);
-                port->vport_entity = CellText(vports, vrow, 2);
-                port->vport_value = CellText(vports, vrow, 3);
+                port->vport_grp = vports->CellText(vrow, 1);
+                port->vport_entity = vports->CellText(vrow, 2);
+                port->vport_value = vports->CellText(vrow, 3);
             }
         }
-        if (CellText(ports, row, kPortMultiple) == QLatin1String(kParameterBased)) {
+        if (ports->CellText(row, kPortMultiple) == QLatin1String(kParameterBased)) {
             const int mrow = FindKeyRow(mulports, key);
             if (mrow >= 0) {
                 port->mport_para = 1;
-                port->mport_grp = CellText(mulports, mrow, 1);
-                port->mport_entity = CellText(mulports, mrow, 2);
+                port->mport_grp = mulports->CellText(mrow, 1);
+                port->mport_entity = mulports->CellText(mrow, 2);
             }
         }
         record->ports.append(port);
@@ -412,10 +398,10 @@ void PresentationDlg::ValidatePresPorts(ErrorList *error_list)
 
 QString PresentationDlg::PortTypeOf(const QString &name) const
 {
-    const QTableWidget *ports = ui->ports_table;
+    const TableWidget *ports = ui->ports_table;
     for (int row = 0; row < ports->rowCount(); ++row)
-        if (CellText(ports, row, kPortName).trimmed() == name)
-            return CellText(ports, row, kPortType);
+        if (ports->CellText(row, kPortName).trimmed() == name)
+            return ports->CellText(row, kPortType);
     return QString();
 }
 
@@ -433,7 +419,7 @@ void PresentationDlg::AddPortRow(const QString &name, const QString &text, const
 {
     const QString placement = type == QLatin1String("Input") ? QStringLiteral("Left") : QStringLiteral("Right");
     // Every cell gets an item, so that the line edits of the row open.
-    AppendRow(ui->ports_table, {name, text, type, placement, QString(), QString(), QString(),
+    ui->ports_table->AppendRow({name, text, type, placement, QString(), QString(), QString(),
                                 QString(), QString()});
 }
 
@@ -499,7 +485,7 @@ void PresentationDlg::FillPortsComboBoxData(int row, int col, QComboBox *cbox)
     TableWidget *table = ui->ports_table;
     if (col == kPortName) {
         cbox->setEditable(true);
-        const QString own = CellText(table, row, col);
+        const QString own = table->CellText(row, col);
         if (!own.isEmpty())
             cbox->addItem(own);
         // The ports of a secondary block are those of its inner schematic: pick, never type.
@@ -511,7 +497,7 @@ void PresentationDlg::FillPortsComboBoxData(int row, int col, QComboBox *cbox)
         table->AttachCombo(cbox, false);
         return;
     }
-    if (CellText(table, row, kPortName).trimmed().isEmpty()) {
+    if (table->CellText(row, kPortName).trimmed().isEmpty()) {
         NoEditor(table);
         return;
     }
@@ -545,9 +531,9 @@ void PresentationDlg::FillImagesImgTableComboBoxData(int row, int col, QComboBox
         QStringList names = ImageNames();
         for (int other = 0; other < table->rowCount(); ++other)
             if (other != row)
-                names.removeAll(CellText(table, other, 0));
+                names.removeAll(table->CellText(other, 0));
         cbox->addItems(names);
-    } else if (CellText(table, row, 0).isEmpty()
+    } else if (table->CellText(row, 0).isEmpty()
                || !AddParameterItems(para_data, table, row, col, 1, cbox)) {
         NoEditor(table);
         return;
@@ -560,7 +546,7 @@ void PresentationDlg::FillImagesTextTableComboBoxData(int row, int col, QComboBo
     TableWidget *table = ui->txts_table;
     if (col == 0) {
         cbox->addItems(ImageNames());
-    } else if (CellText(table, row, 0).isEmpty()
+    } else if (table->CellText(row, 0).isEmpty()
                || !AddParameterItems(para_data, table, row, col, 2, cbox)) {
         NoEditor(table);
         return;
@@ -588,23 +574,14 @@ void PresentationDlg::FillMPortsComboBoxData(int row, int col, QComboBox *cbox)
 
 void PresentationDlg::TableAddRow(TableWidget *table)
 {
-    if (!table)
-        return;
-    table->CommitCell(-1, true);
-    const int row = table->rowCount();
-    table->insertRow(row);
-    for (int col = 0; col < table->columnCount(); ++col)
-        table->setItem(row, col, new QTableWidgetItem);
+    if (table)
+        table->AddEmptyRow();
 }
 
 void PresentationDlg::TableRemoveRow(TableWidget *table)
 {
-    if (!table)
-        return;
-    table->CommitCell(-1, true);
-    const QModelIndex current = table->currentIndex();
-    if (current.isValid())
-        table->removeRow(current.row());
+    if (table)
+        table->RemoveCurrentRow();
 }
 
 void PresentationDlg::on_ports_update_pb_clicked()
@@ -619,13 +596,13 @@ void PresentationDlg::on_ports_update_pb_clicked()
 // A row that stays keeps its parameter cells; a new one starts with the port's name alone.
 void PresentationDlg::UpdateDependentTable(TableWidget *table, int deciding_col)
 {
-    const QTableWidget *ports = ui->ports_table;
+    const TableWidget *ports = ui->ports_table;
     for (int row = table->rowCount() - 1; row >= 0; --row)
-        if (FindKeyRow(ports, PortKey(CellText(table, row, 0))) < 0)
+        if (FindKeyRow(ports, PortKey(table->CellText(row, 0))) < 0)
             table->removeRow(row);
     for (int port = 0; port < ports->rowCount(); ++port) {
-        const QString key = PortKey(CellText(ports, port, kPortName));
-        const bool wanted = CellText(ports, port, deciding_col) == QLatin1String(kParameterBased);
+        const QString key = PortKey(ports->CellText(port, kPortName));
+        const bool wanted = ports->CellText(port, deciding_col) == QLatin1String(kParameterBased);
         const int row = FindKeyRow(table, key);
         if (row >= 0 && !wanted) {
             table->removeRow(row);

@@ -249,3 +249,38 @@ void TableWidget::hideEvent(QHideEvent *event)
     CommitCell(-1, true);
     QTableWidget::hideEvent(event);
 }
+
+QString TableWidget::CellText(int row, int col) const
+{
+    const QTableWidgetItem *cell = item(row, col);
+    return cell ? cell->text() : QString();
+}
+
+void TableWidget::SetCellText(int row, int col, const QString &text)
+{
+    if (QTableWidgetItem *cell = item(row, col))
+        cell->setText(text);
+    else
+        setItem(row, col, new QTableWidgetItem(text));
+}
+
+void TableWidget::AppendRow(const QStringList &texts)
+{
+    const int row = rowCount();
+    insertRow(row);
+    for (int col = 0; col < columnCount(); ++col)
+        setItem(row, col, new QTableWidgetItem(texts.value(col)));
+}
+
+void TableWidget::AddEmptyRow()
+{
+    CommitCell(-1, true);
+    AppendRow();
+}
+
+void TableWidget::RemoveCurrentRow()
+{
+    CommitCell(-1, true);
+    if (currentIndex().isValid())
+        removeRow(currentIndex().row());
+}

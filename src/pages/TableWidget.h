@@ -28,6 +28,16 @@ public:
     // add, remove or read rows.
     void CommitCell(int index, bool commit);
 
+    // Empty for a cell without an item.
+    QString CellText(int row, int col) const;
+    void SetCellText(int row, int col, const QString &text);
+    // A row at the bottom with an item in every column, the given texts first.
+    void AppendRow(const QStringList &texts = {});
+    // The add and remove of the right-button menu that the pages share: the edit in progress is
+    // committed first.
+    void AddEmptyRow();
+    void RemoveCurrentRow();
+
     QList<qint32> edit_columns;
     QList<qint32> combo_columns;
     QPointer<QComboBox> combo;
