@@ -186,6 +186,19 @@ private slots:
         w.reset();
     }
 
+    // Opening a block builds every page; a renamed widget would leave its slot unconnected.
+    void everyPageConnectsItsSlots()
+    {
+        static QStringList warnings;
+        warnings.clear();
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &text) { warnings << text; });
+        w->NewBlock();
+        qInstallMessageHandler(previous);
+        QVERIFY(w->get()->help_page && w->get()->hwio_page);
+        QVERIFY2(warnings.filter("connectSlotsByName").isEmpty(), qPrintable(warnings.join('\n')));
+    }
+
     void authoredThroughThePagesSavesAndReopens()
     {
         w->NewBlock();
@@ -260,7 +273,10 @@ private slots:
             port->type = port->name == "in" ? "Input" : "Output";
             port->placement = "Left";
             block->pres->ports.append(port);
-            auto *code = new BlkCodePort{name, QString("v_") + name, "Real64", "Non-Cacheable", "0", "Electrical"};
+            auto *code = new BlkCodePort;
+            code->port_name = name;
+            code->data_name = QString("v_") + name;
+            code->domain = "Electrical";
             code->dim_dependency = "Script";
             code->dims.append(new BlkPortDim{"2", 2});
             block->code->ports.append(code);

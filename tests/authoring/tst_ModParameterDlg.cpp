@@ -132,16 +132,6 @@ private slots:
         CreateAppSettings(nullptr);
     }
 
-    void everySlotConnects()
-    {
-        static QStringList warnings;
-        warnings.clear();
-        const QtMessageHandler previous =
-            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) { warnings << text; });
-        { ModParameterDlg page(1); }
-        qInstallMessageHandler(previous);
-        QVERIFY2(warnings.filter("connectSlotsByName").isEmpty(), qPrintable(warnings.join('\n')));
-    }
 
     // Steps on the small page: "object=value" fills the form, "@g" or "@g.e" selects a tree item,
     // "?path" is the next file chosen, "!" cancels the next question, any other word clicks that

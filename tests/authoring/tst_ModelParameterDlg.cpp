@@ -84,16 +84,6 @@ class tst_ModelParameterDlg : public QObject
 private slots:
     void cleanup() { Prompt::SetAnswerer(std::make_unique<DialogAnswerer>()); }
 
-    void formSlotsConnect()
-    {
-        static QStringList warnings;
-        warnings.clear();
-        const QtMessageHandler previous =
-            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) { warnings << text; });
-        { Page p({"G|A|x"}); }
-        qInstallMessageHandler(previous);
-        QVERIFY2(warnings.filter("connectSlotsByName").isEmpty(), qPrintable(warnings.join('\n')));
-    }
 
     // Edits of the tables as a sync stores them: cells without an item are skipped, so the values
     // below move up. A shift ends with "@row,col", the current cell it moved to.

@@ -90,24 +90,12 @@ QString Cell(const QTableWidget *table, int row, int col)
     return cell ? cell->text() : QString();
 }
 
-QStringList g_messages;
-void RecordMessage(QtMsgType, const QMessageLogContext &, const QString &text) { g_messages << text; }
-
 } // namespace
 
 class tst_CodeConfigDlg : public QObject
 {
     Q_OBJECT
 private slots:
-    void everySlotFindsItsWidget()
-    {
-        g_messages.clear();
-        const QtMessageHandler previous = qInstallMessageHandler(RecordMessage);
-        delete new CodeConfigDlg(nullptr, nullptr, nullptr);
-        qInstallMessageHandler(previous);
-        QCOMPARE(g_messages.filter("connectSlotsByName"), QStringList());
-    }
-
     void messages_data()
     {
         QTest::addColumn<BlockSetup>("setup");

@@ -27,15 +27,6 @@ private slots:
         Prompt::SetAnswerer(std::make_unique<DialogAnswerer>());
     }
 
-    void formSlotsConnect()
-    {
-        static QStringList messages;
-        const QtMessageHandler previous = qInstallMessageHandler(
-                  [](QtMsgType, const QMessageLogContext &, const QString &text) { messages << text; });
-        delete new HelpConfigDlg;
-        qInstallMessageHandler(previous);
-        QVERIFY2(!messages.join('\n').contains("connectSlotsByName"), qPrintable(messages.join('\n')));
-    }
 
     // The choice of another file is switched off on the form; its code still runs.
     void chosenFileAndBrowser()

@@ -20,9 +20,6 @@ namespace {
 
 using Misc = std::unique_ptr<BlkMiscData, void (*)(BlkMiscData *)>;
 
-QStringList g_messages;
-void RecordMessage(QtMsgType, const QMessageLogContext &, const QString &text) { g_messages << text; }
-
 } // namespace
 
 class tst_MiscConfigDlg : public QObject
@@ -31,14 +28,6 @@ class tst_MiscConfigDlg : public QObject
 private slots:
     void cleanup() { Prompt::SetAnswerer(std::make_unique<DialogAnswerer>()); }
 
-    void formSlotsConnect()
-    {
-        g_messages.clear();
-        const QtMessageHandler previous = qInstallMessageHandler(RecordMessage);
-        delete new MiscConfigDlg(nullptr);
-        qInstallMessageHandler(previous);
-        QCOMPARE(g_messages.filter("connectSlotsByName"), QStringList());
-    }
 
     void sectionFileRoundTrip()
     {

@@ -132,16 +132,6 @@ class tst_PresentationDlg : public QObject
     Q_OBJECT
 
 private slots:
-    void everySlotFindsItsWidget()
-    {
-        static QStringList messages;
-        const QtMessageHandler previous = qInstallMessageHandler(
-                  [](QtMsgType, const QMessageLogContext &, const QString &text) { messages << text; });
-        delete new PresentationDlg(nullptr);
-        qInstallMessageHandler(previous);
-        QVERIFY2(!messages.join('\n').contains("connectSlotsByName"), qPrintable(messages.join('\n')));
-    }
-
     void messages_data()
     {
         QTest::addColumn<QStringList>("records");
