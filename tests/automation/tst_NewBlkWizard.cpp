@@ -1,0 +1,1 @@
+// Placeholder: the suite's cases arrive with its area.
