@@ -7,7 +7,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QTextStream>
 #include <memory>
 
 int main(int argc, char *argv[])
@@ -15,13 +14,12 @@ int main(int argc, char *argv[])
     QApplication app(argc, argv);
     const QString default_root = QDir(QCoreApplication::applicationDirPath() + "/..").absolutePath();
     const PackedArgument packed = ReadPackedArguments(app.arguments(), QDir::cleanPath(default_root));
-    if (packed.cli_on) {
-        // The command interface arrives with the automation of blocks; a parent must not wait
-        // on a window that nobody sees.
-        QTextStream(stderr) << "zema-block-tool: the command interface is not available in this version\n";
-        return 2;
-    }
+    // Driven by a parent, nobody sees a box: each is answered with its default and told on
+    // standard error, from start-up on, so that no command can hang on one.
+    if (packed.cli_on)
+        Prompt::SetAnswerer(std::make_unique<ScriptedAnswerer>(true));
     std::unique_ptr<MainWindow> window(StartUp(packed));
-    window->show();
+    if (!packed.cli_on)
+        window->show();
     return app.exec();
 }

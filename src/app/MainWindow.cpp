@@ -9,9 +9,15 @@
 #include "app/Entitlement.h"
 #include "app/ErrorListDlg.h"
 #include "app/Prompt.h"
+#include "app/WaitCursor.h"
 #include "authoring/ModParameterDlg.h"
+#include "automation/CliControl.h"
 #include "authoring/ModelParameterDlg.h"
+#include "automation/NewBlockSpec.h"
+#include "automation/NewBlkWizard.h"
+#include "codegen/CodeFileConversion.h"
 #include "codegen/CodeNames.h"
+#include "codegen/EncryptFilesDlg.h"
 #include "help/ManualTopic.h"
 #include "pages/BlkHelpData.h"
 #include "pages/CodeConfigDlg.h"
@@ -26,6 +32,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDesktopServices>
 #include <QDir>
 #include <QDirIterator>
@@ -101,6 +108,8 @@ MainWindow::MainWindow(const QString &tool_version, bool cli_on, QWidget *parent
 
 MainWindow::~MainWindow()
 {
+    delete cli;
+    cli = nullptr;
     DeletePages();
     if (block) {
         FreeBlockData(block);
@@ -146,8 +155,6 @@ void MainWindow::CreateActions()
     QAction *wizard = AddAction(filewiz_menu, filewiz_bar, "New (wizard based)", ":/icon-new-wizard",
                                 "Create New Block (Wizard Based)");
     connect(wizard, &QAction::triggered, this, [this] { NewWizardAct(); });
-    // The wizard arrives with the automation of block creation.
-    wizard->setEnabled(false);
 
     QAction *act = AddAction(file_menu, file_bar, "&New", ":/icon-new", "Create New Block");
     act->setShortcut(QKeySequence::New);
@@ -179,8 +186,6 @@ void MainWindow::CreateActions()
 
     act = AddAction(batch_menu, batch_bar, "&Encrypt Code Files", ":/icon-encrypt", "Encrypt Code Files");
     connect(act, &QAction::triggered, this, [this] { EncryptCodeFilesAct(); });
-    // The conversion of code files arrives with code generation.
-    act->setEnabled(false);
     act = AddAction(batch_menu, batch_bar, "&Batch Process", ":/icon-batch", "Batch Process");
     connect(act, &QAction::triggered, this, [this] { BatchProcAct(); });
 
@@ -219,7 +224,8 @@ void MainWindow::LateInitialise()
     initialised = 1;
     last_dir = settings.root_dir;
     PrepareUserDir(&settings);
-    // The command interface joins here when it exists; until then cli_on only keeps boxes quiet.
+    if (cli_on)
+        cli = new CliControl(this);
 }
 
 QString MainWindow::BaseTitle() const
@@ -566,6 +572,61 @@ bool MainWindow::WriteBlock(const QString &parent_dir, bool silent)
     return true;
 }
 
+void MainWindow::SetConfigurationChoice(const QString &header, const QString &label, int index)
+{
+    ParaEntity *entity = FindEntity(config_page->data, header, label);
+    if (!entity || index < 0 || index >= entity->values.size())
+        return;
+    entity->sel_idx = index;
+    entity->sel_val = entity->values.at(index);
+    // Through the combo, so that its controls over other entities act as for a user's choice.
+    if (auto *combo = qobject_cast<QComboBox *>(entity->editor))
+        combo->setCurrentIndex(index);
+}
+
+bool MainWindow::CreateBlock(const NewBlockSpec &spec)
+{
+    if (!block_open || !config_page)
+        return false;
+    if (ParaEntity *name = FindEntity(config_page->data, QStringLiteral("Basic"), QStringLiteral("Block Name"))) {
+        name->sel_val = spec.name;
+        ShowEditorText(QStringLiteral("Basic"), QStringLiteral("Block Name"));
+    }
+    pres_page->SetBlockTitle(spec.title);
+    SetConfigurationChoice(QStringLiteral("Code-Basic"), QStringLiteral("Embeds other language code"),
+                           spec.other_language);
+    if (!WriteBlock(spec.parent_dir, true)) {
+        CloseAct(true, false);
+        return false;
+    }
+
+    param_page->AddParameterGroup(QStringLiteral("Basic"));
+    for (const NewBlockPara &para : spec.params)
+        param_page->AddParameter(QStringLiteral("Basic"), para.label, para.para_var, para.sel_val,
+                                 para.values, para.val_type);
+    int inputs = 0, outputs = 0;
+    for (const NewBlockPort &port : spec.ports) {
+        pres_page->AddPortRow(port.data_name, port.port_name,
+                              port.output ? QStringLiteral("Output") : QStringLiteral("Input"));
+        ++(port.output ? outputs : inputs);
+    }
+    const int extra = qMax(inputs, outputs) - 2;
+    if (spec.fit_size_to_ports && extra > 0)
+        pres_page->SetBlockSize(50, (extra + 5) * 10);
+
+    pres_page->SyncPresData();
+    code_page->SyncCodeData();
+    for (int i = 0; i < spec.ports.size(); ++i)
+        code_page->SetPortForm(i, spec.ports[i].data_type, spec.ports[i].size);
+
+    if (WriteBlock(spec.parent_dir, true)) {
+        ValidateAct(true, true);
+        code_page->on_pb_gen_tmpl_code_clicked();
+    }
+    CloseAct(true, false);
+    return true;
+}
+
 void MainWindow::FillDefaultCodeNames()
 {
     BlkParaData *config = config_page->data;
@@ -659,7 +720,13 @@ bool MainWindow::CloseAct(bool silent, bool def_save)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    // The command interface is asked to finish here once it exists.
+    // The parent still drives the tool as long as the worker sits in its read.
+    if (cli_on && cli && !cli->FinishControl(2500)) {
+        Prompt::Warning(this, QStringLiteral("Cannot quit application at this point. CLI control is "
+                                             "still active from another application."));
+        event->ignore();
+        return;
+    }
     CloseAct(cli_on, false);
     if (block_open)
         event->ignore();
@@ -755,10 +822,33 @@ void MainWindow::OpenImageEditorAct()
 void MainWindow::NewWizardAct()
 {
     if (block_open) {
-        Prompt::Information(this, QStringLiteral("Please close existing project and try again."));
+        Prompt::Critical(this, QStringLiteral("Please close existing project and try again."));
         return;
     }
-    // The wizard's steps join here with the automation of block creation.
+    block_parent.clear();
+    block_name.clear();
+    batch_mode = 0;
+    NewBlkWizard wizard(this);
+    wizard.FillSample();
+    Prompt::Exec(&wizard, wizard.Texts());
+    if (!wizard.finalized || !ConfirmClose())
+        return;
+    block_parent.clear();
+    block_name.clear();
+    OpenProject(QString(), true);
+    if (!CreateBlockFromWizard(wizard)) {
+        Prompt::Critical(this, QStringLiteral("Block could not be created. Check whether the block path is writable and try again."));
+        return;
+    }
+    QString text = QStringLiteral("Block successfully created. Generated code files are located in 'src' folder of the block's directory.");
+    if (wizard.GetOtherLanguageIndex() == 1)
+        text += QStringLiteral(" You can now add your python code to .py file in 'src' folder.");
+    else if (wizard.GetOtherLanguageIndex() == 2)
+        text += QStringLiteral(" You can now add your fortran code to .f90 file in 'src' folder.");
+    Prompt::Information(this, text);
+    const QString dir = block_name.isEmpty() ? wizard.GetBlockLocation() + "/" + wizard.GetBlockName()
+                                             : block_parent + "/" + block_name;
+    QDesktopServices::openUrl(QUrl::fromLocalFile(dir));
 }
 
 void MainWindow::HelpAct()
@@ -778,5 +868,94 @@ void MainWindow::SaveAsAct() {}
 // Kept empty: wired to the tab widget, with nothing to do on a change of tab.
 void MainWindow::TabPageChanged(int) {}
 
-// Arrives with the conversion of code files.
-void MainWindow::EncryptCodeFilesAct() {}
+void MainWindow::EncryptCodeFilesAct()
+{
+    if (block_open) {
+        Prompt::Critical(this, QStringLiteral("Close present project before proceeding"));
+        return;
+    }
+    EncryptFilesDlg dialog(last_dir, this);
+    if (Prompt::Exec(&dialog, dialog.Texts()) != QDialog::Accepted)
+        return;
+    last_dir = dialog.start_dir;
+    if (dialog.settings.path.isEmpty())
+        return;
+    ConvertCodeFiles(dialog.settings);
+}
+
+QString MainWindow::ConvertCodeFiles(const ConversionSettings &settings)
+{
+    const QString path = QDir::cleanPath(QDir::fromNativeSeparators(settings.path));
+    QString target;
+    QStringList work;
+    if (QFileInfo(path).isDir()) {
+        target = ConversionTarget(path, settings.decrypt);
+        CopyTreeForConversion(path, target);
+        if (settings.decrypt) {
+            work = FilesIn(target, settings.subdirs);
+        } else {
+            // Opening blocks moves the remembered directory; the conversion's own stays.
+            const QString kept_dir = last_dir;
+            QStringList failed;
+            batch_mode = 1;
+            for (const QString &file : FilesIn(target, true, {QStringLiteral("*.bdef")})) {
+                OpenProjectFile(file);
+                if (!block_open) {
+                    failed.append(file);
+                    continue;
+                }
+                if (PrefersEncryptedCode(block))
+                    work += FilesIn(QFileInfo(file).path() + "/src", settings.subdirs);
+                CloseAct(true, false);
+                if (block_open) {
+                    batch_mode = 0;
+                    last_dir = kept_dir;
+                    Prompt::Critical(this, QStringLiteral("Cannot close project %1. Aborting encrypt/decrypt files").arg(file));
+                    return QString();
+                }
+            }
+            batch_mode = 0;
+            last_dir = kept_dir;
+            if (!failed.isEmpty()) {
+                Prompt::Critical(this, QStringLiteral("Failed to open some block definition files. Aborting encrypt/decrypt files"));
+                return QString();
+            }
+        }
+    } else {
+        work.append(path);
+    }
+
+    WaitCursor wait;
+    // Only the copy loses its inputs; the file of a single file run stays beside its result.
+    const bool converted = ConvertFileList(work, settings, !target.isEmpty() && !settings.single_file);
+    wait.Restore();
+    const ConversionMessage message = ClosingMessage(!converted, path, target);
+    if (message.kind == ErrorList::Warning)
+        Prompt::Warning(this, message.text, message.title);
+    else
+        Prompt::Information(this, message.text, message.title);
+    return message.text;
+}
+
+bool MainWindow::CreateBlockFromWizard(const NewBlkWizard &wizard)
+{
+    NewBlockSpec spec;
+    spec.name = wizard.GetBlockName();
+    spec.title = wizard.GetBlockTitle();
+    spec.parent_dir = wizard.GetBlockLocation();
+    spec.other_language = wizard.GetOtherLanguageIndex();
+    NewBlockPara para;
+    QString value;
+    for (int i = 0; wizard.GetParameter(i, para.label, para.para_var, value, para.values, para.val_type); ++i) {
+        para.sel_val = para.values.isEmpty() ? value : QString();
+        spec.params.append(para);
+    }
+    NewBlockPort port;
+    QString direction;
+    for (int i = 0; wizard.GetPort(i, port.data_name, port.port_name, direction, port.data_type, port.size); ++i) {
+        // "Input" is the only direction of the combo with "In" in it.
+        port.output = !direction.contains(QLatin1String("In"));
+        spec.ports.append(port);
+    }
+    return CreateBlock(spec);
+}

@@ -13,6 +13,7 @@ class ErrorListDlg;
 class HelpConfigDlg;
 class InputOutputDlg;
 class MiscConfigDlg;
+class NewBlkWizard;
 class ModelParameterDlg;
 class ModParameterDlg;
 class ParameterDlg;
@@ -24,6 +25,8 @@ class QToolBar;
 class SchematicsDlg;
 struct BlkParaData;
 struct BlockData;
+struct ConversionSettings;
+struct NewBlockSpec;
 
 class MainWindow : public QMainWindow
 {
@@ -39,6 +42,13 @@ public:
     // True when no block is open afterwards.
     bool ConfirmClose();
     bool WriteBlock(const QString &parent_dir, bool silent);
+    // The creation of a whole block on an open empty project, with its generated code; the
+    // block is closed afterwards. False when the block directory could not be written.
+    bool CreateBlock(const NewBlockSpec &spec);
+    bool CreateBlockFromWizard(const NewBlkWizard &wizard);
+    // The work of EncryptCodeFilesAct once its dialog is answered: the closing message's text, or
+    // empty when the run stopped before converting.
+    QString ConvertCodeFiles(const ConversionSettings &settings);
 
     // The Configuration page's four steps; see params/ConfigurationChecks.h.
     BlkParaData *LoadConfiguration(const QString &path, BlockData *block);
@@ -119,6 +129,8 @@ private:
     void CheckBlockVersion(bool silent);
     bool AuthenticateOpenBlock(bool silent);
     void FillDefaultCodeNames();
+    // A choice of a Configuration combo by index, as if the user had made it.
+    void SetConfigurationChoice(const QString &header, const QString &label, int index);
     void ShowEditorText(const QString &header, const QString &label);
     bool MakeBlockDirectory(const QString &dir, bool silent);
     void CreatePages(const QString &path);

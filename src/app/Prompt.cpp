@@ -67,12 +67,12 @@ QStringList ScriptedAnswerer::Files(QWidget *, const QString &title, const QStri
     return choices.isEmpty() ? QStringList() : choices.takeFirst();
 }
 
-int ScriptedAnswerer::Exec(QDialog *, const QStringList &shown)
+int ScriptedAnswerer::Exec(QDialog *dialog, const QStringList &shown)
 {
     texts.append(shown);
     for (const QString &text : shown)
         Echo(echo, text);
-    return QDialog::Accepted;
+    return exec_script ? exec_script(dialog) : int(QDialog::Accepted);
 }
 
 namespace {

@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 class QDialog;
@@ -49,6 +50,9 @@ public:
                       const QString &filter, bool directory, bool many) override;
     int Exec(QDialog *dialog, const QStringList &texts) override;
 
+    // When set, runs each of our dialogs in place of a person (e.g. fills a wizard and finalizes
+    // it) and gives its result; otherwise a dialog is accepted untouched.
+    std::function<int(QDialog *)> exec_script;
     QList<QMessageBox::StandardButton> buttons; // next answers, taken from the front
     QList<QStringList> choices;                 // next file or directory choices
     QStringList texts;                          // everything shown, in order

@@ -201,6 +201,42 @@ void ModParameterDlg::FillTree()
     ui->tree->expandAll();
 }
 
+ParaGroup *ModParameterDlg::AddParameterGroup(const QString &header)
+{
+    if (!data)
+        return nullptr;
+    ParaGroup *group = FindGroup(data, header);
+    if (!group) {
+        group = new ParaGroup;
+        group->header = header;
+        data->para_grp.append(group);
+        FillTree();
+    }
+    return group;
+}
+
+ParaEntity *ModParameterDlg::AddParameter(const QString &header, const QString &label,
+                                          const QString &para_var, const QString &sel_val,
+                                          const QStringList &values, const QString &val_type)
+{
+    ParaGroup *group = AddParameterGroup(header);
+    if (!group)
+        return nullptr;
+    auto *entity = new ParaEntity(label);
+    entity->para_var = para_var;
+    entity->val_type = val_type;
+    entity->values = values;
+    entity->sel_val = sel_val;
+    if (!values.isEmpty()) {
+        const int at = values.indexOf(sel_val);
+        entity->sel_idx = at < 0 ? 0 : at;
+        entity->sel_val = values.at(entity->sel_idx);
+    }
+    group->para_entity.append(entity);
+    FillTree();
+    return entity;
+}
+
 void ModParameterDlg::ClearForm()
 {
     for (QLineEdit *edit : {ui->header, ui->header_helpfile_edit, ui->en_name, ui->en_para_var_name,

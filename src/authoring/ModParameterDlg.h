@@ -4,6 +4,7 @@
 
 #include <QFrame>
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 class ErrorList;
@@ -37,6 +38,12 @@ public:
     // The entity on the form as a new record owned by the caller; null after a box, or without a
     // current group.
     ParaEntity *ReadEntityForm(bool is_new);
+    // The group of that name, made at the end when there is none; for the creation of a block.
+    ParaGroup *AddParameterGroup(const QString &header);
+    // A Non-Constant entity at the end of the group; a value list selects its first value.
+    ParaEntity *AddParameter(const QString &header, const QString &label, const QString &para_var,
+                             const QString &sel_val, const QStringList &values,
+                             const QString &val_type);
 
     qint32 kind = 2;
     quint8 hide_on_show = 0;

@@ -15,7 +15,15 @@ public:
     EncryptFilesDlg(const QString &start_dir, QWidget *parent = nullptr);
     ~EncryptFilesDlg() override;
 
-    ConversionSettings settings;
-    QString start_dir;
+    // The texts a headless run reports in place of showing the dialog.
+    QStringList Texts() const;
+
+    ConversionSettings settings;   // filled on Start
+    QString start_dir;             // where Browse starts; the parent of the last choice
     std::unique_ptr<Ui::EncryptFilesDlg> ui;
+
+private slots:
+    void on_pb_brw_file_enc_clicked();
+    void on_pb_start_clicked();
+    void on_pb_cancel_clicked();
 };

@@ -3,10 +3,15 @@
 
 #include "ui_CodeConfigDlg.h"
 
+#include "app/AppSettings.h"
 #include "app/BlockAccessors.h"
 #include "app/BlockData.h"
 #include "app/ErrorListDlg.h"
 #include "app/MainWindow.h"
+#include "app/Prompt.h"
+#include "codegen/CodeFileConversion.h"
+#include "codegen/PythonModule.h"
+#include "codegen/TemplateGenerator.h"
 #include "pages/BlkCodeData.h"
 #include "pages/BlkCodeFileIO.h"
 #include "pages/BlkPresData.h"
@@ -17,8 +22,10 @@
 #include "params/ParameterDlg.h"
 
 #include <QComboBox>
+#include <QDesktopServices>
 #include <QHeaderView>
 #include <QListWidget>
+#include <QUrl>
 
 namespace {
 
@@ -665,8 +672,61 @@ void CodeConfigDlg::ValidatePhyTable(ErrorList *error_list)
     ValidateCodePhyTable(CheckContext(), error_list);
 }
 
-void CodeConfigDlg::on_pb_gen_tmpl_code_clicked() {}
+void CodeConfigDlg::on_pb_gen_tmpl_code_clicked()
+{
+    generated.clear();
+    if (!main_window || !main_window->validated) {
+        Prompt::Critical(this, QStringLiteral("Cannot generate template code without validating block."));
+        return;
+    }
+    // A new block always carries the Warning that its header is missing, and generation is what
+    // writes that header: only an Error refuses.
+    if (main_window->error_list && main_window->error_list->HasErrors()) {
+        Prompt::Critical(this, QStringLiteral("Cannot generate template code. Errors found during previous block validation."));
+        return;
+    }
+    if (block_dir.isEmpty()) {
+        Prompt::Critical(this, QStringLiteral("Cannot generate template code. Block directory cannot be empty."));
+        return;
+    }
+    TemplateInputs inputs;
+    inputs.config = main_window->config_page ? main_window->config_page->data : nullptr;
+    inputs.params = para_data;
+    inputs.initconds = initcond_data;
+    inputs.code = data;
+    PresentationDlg *pres = main_window->pres_page;
+    inputs.port_kind = [pres](const QString &name) { return pres ? pres->PortTypeOf(name) : QString(); };
+    const TemplateOutcome outcome = GenerateTemplateCode(
+        inputs, block_dir, GlobalSettings() ? GlobalSettings()->root_dir : QString(), [this](const QString &question) {
+            return Prompt::Question(this, question, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+        });
+    generated = outcome.written;
+    if (!outcome.message.isEmpty())
+        Prompt::Critical(this, outcome.message);
+}
 
-void CodeConfigDlg::on_pb_encodefiles_clicked() {}
+void CodeConfigDlg::on_pb_encodefiles_clicked()
+{
+    if (block_dir.isEmpty())
+        return;
+    const QStringList files = Prompt::OpenFileNames(
+        this, QStringLiteral("Select Files To Encode (Please note that encrypted files cannot be decrypted back)"),
+        GlobalSettings() ? GlobalSettings()->root_dir : QString(), QString());
+    if (files.isEmpty())
+        return;
+    if (!EncodeFilesOneWay(files))
+        Prompt::Critical(this, QStringLiteral("One or more file conversion failed."));
+}
 
-void CodeConfigDlg::on_pb_python_code_clicked() {}
+void CodeConfigDlg::on_pb_python_code_clicked()
+{
+    if (!main_window || !main_window->block_open || !main_window->block)
+        return;
+    const QString temp_dir = (GlobalSettings() ? GlobalSettings()->user_dir : QString()) + "/temp";
+    const BlockData *block = main_window->block;
+    WritePythonModule(block, temp_dir, QStringLiteral(".py"));
+    // Deliberately the raw name, not the Python name the module was written under: a name that
+    // differs opens nothing, without a message.
+    QDesktopServices::openUrl(QUrl::fromLocalFile(
+        temp_dir + "/" + BlockNameOf(block) + QString::number(BlockIdOf(block)) + ".py"));
+}

@@ -51,6 +51,7 @@ public:
     quint8 primary = 0;
     QString block_dir;
     QStringList el_types;
+    QStringList generated;         // the files the last generation wrote
     std::unique_ptr<Ui::CodeConfigDlg> ui;
     quint8 own_data = 0;
 
@@ -60,13 +61,13 @@ public slots:
     void FillFunctionComboBoxData(int row, int col, QComboBox *cbox);
     void FillPhyPortTableComboBoxData(int row, int col, QComboBox *cbox);
     void PhyPortTableCBoxSelChanged(int row, int col, int cur_index, int prev_index);
+    // The code page's generation, also run by the wizard, the command interface and the companion.
+    void on_pb_gen_tmpl_code_clicked();
 
 private slots:
     void on_ports_lb_itemSelectionChanged();
     void on_cb_port_dim_depend_currentIndexChanged(const QString &arg1);
     void on_pb_port_data_save_clicked();
-    // The template, encryption and script buttons come with the code generator; they stay off.
-    void on_pb_gen_tmpl_code_clicked();
     void on_pb_encodefiles_clicked();
     void on_pb_python_code_clicked();
 

@@ -12,6 +12,9 @@
 #include "app/PackedArgument.h"
 #include "app/Prompt.h"
 #include "app/StartUp.h"
+#include "codegen/CodeFileConversion.h"
+#include "codegen/PythonModule.h"
+#include "pages/CodeConfigDlg.h"
 #include "params/BlockRegistry.h"
 #include "params/ConfigurationEntities.h"
 
@@ -232,6 +235,39 @@ int Save(QStringList args)
     return Success;
 }
 
+int Generate(QStringList args)
+{
+    const bool force = args.removeAll(QStringLiteral("--force")) > 0;
+    if (args.size() != 1)
+        return UsageError(QStringLiteral("generate takes [--force] BLOCKDIR"));
+    MainWindow *window = Window();
+    if (!OpenBlock(window, args[0])) {
+        PrintReport(args[0], *window->error_list);
+        return Usage;
+    }
+    window->batch_mode = 0;
+    window->ValidateAct(true, true);
+    if (window->error_list->HasErrors())
+        for (const QString &row : window->error_list->NumberedMessages())
+            Err() << row << "\n";
+    // The overwrite question is the only question generation asks.
+    Answers()->buttons = {force ? QMessageBox::Yes : QMessageBox::No};
+    const int shown = Answers()->texts.size();
+    window->code_page->on_pb_gen_tmpl_code_clicked();
+    const QStringList written = window->code_page->generated;
+    const QStringList boxes = Answers()->texts.mid(shown);
+    Answers()->buttons.clear();
+    window->CloseAct(true, false);
+    QTextStream out(stdout);
+    for (const QString &path : written)
+        out << path << "\n";
+    // Any box but the overwrite question is a refusal or a failure.
+    bool refused = written.isEmpty();
+    for (const QString &box : boxes)
+        refused = refused || !box.startsWith(QStringLiteral("Existing template code files"));
+    return refused ? Refused : Success;
+}
+
 int Batch(QStringList args)
 {
     if (args.size() != 1)
@@ -246,6 +282,52 @@ int Batch(QStringList args)
     for (const QString &file : window->batch_failed)
         out << file << "\n";
     return window->batch_failed.isEmpty() ? Success : Refused;
+}
+
+int PyModule(QStringList args)
+{
+    if (args.size() != 2)
+        return UsageError(QStringLiteral("pymodule takes BLOCKDIR OUTDIR"));
+    ErrorList errors;
+    auto *block = new BlockData;
+    block->path = QDir::cleanPath(QFileInfo(args[0]).absoluteFilePath());
+    if (!LoadBlockData(block, QString(), &errors, QStringLiteral("ZEMA"), true)) {
+        PrintErrors(errors);
+        FreeBlockData(block);
+        return Usage;
+    }
+    const QString written = WritePythonModule(block, args[1], QStringLiteral(".py"));
+    FreeBlockData(block);
+    if (written.isEmpty()) {
+        Err() << "zema-blk: no module written: the block has no name or " << args[1]
+              << " cannot take the file\n";
+        return Refused;
+    }
+    QTextStream(stdout) << written << "\n";
+    return Success;
+}
+
+int Convert(QStringList args)
+{
+    ConversionSettings settings;
+    if (!TakeKey(args, settings.key))
+        return UsageError(QStringLiteral("convert takes a number after --key"));
+    const bool encrypt = args.removeAll(QStringLiteral("--encrypt")) > 0;
+    settings.decrypt = args.removeAll(QStringLiteral("--decrypt")) > 0;
+    settings.subdirs = args.removeAll(QStringLiteral("--subdirs")) > 0;
+    settings.single_file = args.removeAll(QStringLiteral("--single-file")) > 0;
+    settings.fortran = args.removeAll(QStringLiteral("--fortran")) > 0;
+    settings.python = args.removeAll(QStringLiteral("--python")) > 0;
+    settings.all_types = args.removeAll(QStringLiteral("--all-types")) > 0;
+    if (encrypt == settings.decrypt || args.size() != 1 || args[0].startsWith(QLatin1String("--")))
+        return UsageError(QStringLiteral("convert takes (--encrypt | --decrypt) [options] PATH"));
+    if (!QFileInfo::exists(args[0]))
+        return UsageError("no such file or directory: " + args[0]);
+    settings.path = QDir::cleanPath(QFileInfo(args[0]).absoluteFilePath());
+    const QString message = Window()->ConvertCodeFiles(settings);
+    if (!message.isEmpty())
+        QTextStream(stdout) << message << "\n";
+    return message.isEmpty() || message == QLatin1String("Encrypt/Decrypt Failed") ? Refused : Success;
 }
 
 const QList<Command> &Commands()
@@ -272,10 +354,28 @@ const QList<Command> &Commands()
          "Open the block, validate it and save it as the window's Save does, without questions:\n"
          "Warnings do not stop the save, Errors refuse it (exit 1). Prints the messages as check.",
          Save},
+        {"generate", "generate [--force] BLOCKDIR",
+         "Open the block, validate it and generate its template code as the code page's button\n"
+         "does; prints each file written, one path a line. Existing header and source files are\n"
+         "replaced only with --force. Exit 1 when the generation was refused.",
+         Generate},
         {"batch", "batch DIR",
          "Open and close every block definition file below DIR without saving, as the batch run\n"
          "of the window does; prints each file that could not be processed (exit 1 if any).",
          Batch},
+        {"pymodule", "pymodule BLOCKDIR OUTDIR",
+         "Write the block's Python module, with ready-made calls for adding, setting and connecting\n"
+         "the block from a script, into OUTDIR and print its path. Exit 1 when nothing was written.",
+         PyModule},
+        {"convert", "convert OPTIONS PATH",
+         "Convert code files to or from .enc as the window's Encrypt/Decrypt Code Files does.\n"
+         "OPTIONS are the dialog's choices: (--encrypt | --decrypt) [--key K] [--subdirs]\n"
+         "[--single-file] [--fortran] [--python] [--all-types]; the key defaults to 0.\n"
+         "A directory is copied to PATH_enc or PATH_dec and converted there: when encrypting, the\n"
+         "src files of each block that prefers encrypted code; when decrypting, every .enc file.\n"
+         "A file converts beside itself and stays. Prints the closing message; exit 1 on\n"
+         "\"Encrypt/Decrypt Failed\" or when the blocks of the tree cannot be opened.",
+         Convert},
     };
     return commands;
 }
