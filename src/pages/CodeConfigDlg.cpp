@@ -25,6 +25,7 @@
 #include <QDesktopServices>
 #include <QHeaderView>
 #include <QListWidget>
+#include <QPushButton>
 #include <QUrl>
 
 namespace {
@@ -184,7 +185,8 @@ void CodeConfigDlg::showEvent(QShowEvent *event)
     if (hide_on_show)
         hide();
     UpdatePrimaryFlag();
-    ui->pb_port_data_save->setEnabled(primary);
+    for (QPushButton *button : {ui->pb_port_data_save, ui->pb_gen_tmpl_code, ui->pb_encodefiles})
+        button->setEnabled(primary);
     QFrame::showEvent(event);
 }
 

@@ -347,8 +347,9 @@ private slots:
         QShowEvent show;
         QApplication::sendEvent(page, &show);
         for (QPushButton *button : {page->ui->pb_port_data_save, page->ui->pb_gen_tmpl_code,
-                                    page->ui->pb_encodefiles, page->ui->pb_python_code})
+                                    page->ui->pb_encodefiles})
             QVERIFY(!button->isEnabled());
+        QVERIFY(page->ui->pb_python_code->isEnabled());
         page->PhyPortTableCBoxSelChanged(0, 1, 0, -1);
         TableWidget *phy = page->ui->phy_para_table;
         QCOMPARE((QStringList{Cell(phy, 0, 2), Cell(phy, 0, 3), Cell(phy, 0, 4), Cell(phy, 0, 5)}),
