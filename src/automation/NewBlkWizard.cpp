@@ -38,18 +38,6 @@ QString CellText(const QTableWidget *table, int row, int col)
     return cell ? cell->text() : QString();
 }
 
-void SwapRows(QTableWidget *table, int row, int other)
-{
-    for (int col = 0; col < table->columnCount(); ++col) {
-        QTableWidgetItem *first = table->takeItem(row, col);
-        QTableWidgetItem *second = table->takeItem(other, col);
-        if (second)
-            table->setItem(row, col, second);
-        if (first)
-            table->setItem(other, col, first);
-    }
-}
-
 // A stored index outside the list falls back to the first entry rather than a blank box.
 void SetComboIndex(QComboBox *combo, const QString &index_text)
 {
@@ -375,7 +363,7 @@ void NewBlkWizard::MoveParaRow(int step)
     const int other = row + step;
     if (row < 0 || other < 0 || other >= paras->rowCount())
         return;
-    SwapRows(paras, row, other);
+    TableWidget::SwapRows(paras, row, other);
     paras->selectRow(other);
 }
 
@@ -458,7 +446,7 @@ void NewBlkWizard::MovePortRow(int step)
     const int other = row + step;
     if (row < 0 || other < 0 || other >= ports->rowCount())
         return;
-    SwapRows(ports, row, other);
+    TableWidget::SwapRows(ports, row, other);
     ports->setCurrentCell(other, qMax(ports->currentColumn(), 0));
 }
 

@@ -634,14 +634,7 @@ void PresentationDlg::on_pb_port_dn_clicked()
 void PresentationDlg::SwapPortRows(int row, int other)
 {
     TableWidget *table = ui->ports_table;
-    for (int col = 0; col < table->columnCount(); ++col) {
-        QTableWidgetItem *first = table->takeItem(row, col);
-        QTableWidgetItem *second = table->takeItem(other, col);
-        if (second)
-            table->setItem(row, col, second);
-        if (first)
-            table->setItem(other, col, first);
-    }
+    TableWidget::SwapRows(table, row, other);
     table->setCurrentCell(other, qMax(table->currentColumn(), 0));
 }
 

@@ -264,6 +264,18 @@ void TableWidget::SetCellText(int row, int col, const QString &text)
         setItem(row, col, new QTableWidgetItem(text));
 }
 
+void TableWidget::SwapRows(QTableWidget *table, int row, int other)
+{
+    for (int col = 0; col < table->columnCount(); ++col) {
+        QTableWidgetItem *first = table->takeItem(row, col);
+        QTableWidgetItem *second = table->takeItem(other, col);
+        if (second)
+            table->setItem(row, col, second);
+        if (first)
+            table->setItem(other, col, first);
+    }
+}
+
 void TableWidget::AppendRow(const QStringList &texts)
 {
     const int row = rowCount();

@@ -37,6 +37,8 @@ public:
     // committed first.
     void AddEmptyRow();
     void RemoveCurrentRow();
+    // Exchanges the items of two rows, for the Up and Down buttons of any table.
+    static void SwapRows(QTableWidget *table, int row, int other);
 
     QList<qint32> edit_columns;
     QList<qint32> combo_columns;

@@ -1,5 +1,6 @@
 // The generation as the code page runs it: its refusals, the overwrite question, which files a
 // run opens, and the creation of a whole block with its code in one go.
+#include "CompanionRun.h"
 #include "PageWindow.h"
 #include "TestFiles.h"
 #include "TestRegistry.h"
@@ -75,6 +76,7 @@ private slots:
     void overwriteQuestion();
     void openFailureStopsTheRun();
     void createBlock();
+    void companionGenerate();
 };
 
 void tst_Generation::refusals_data()
@@ -228,6 +230,28 @@ void tst_Generation::createBlock()
     FreeBlockData(block);
     for (const QString &file : {cls + ".h", cls + ".cpp", cls + ".py", "PyIntf" + cls + ".h"})
         QVERIFY2(QFileInfo::exists(tmp.path() + "/Mixer/src/" + file), qPrintable(file));
+}
+
+// The companion answers the overwrite question Yes only when told to.
+void tst_Generation::companionGenerate()
+{
+    QTemporaryDir tmp;
+    QVERIFY(CopyTree(QStringLiteral(ZEMA_APP_DIR "/blocks/gain"), tmp.path() + "/gain"));
+    const QString block = tmp.path() + "/gain";
+    // The example's header is there already.
+    const QByteArray before = ReadBytes(block + "/src/Gain1001.h");
+    CompanionRun run = RunCompanion({"generate", block});
+    QCOMPARE(run.exit_code, 1);
+    QVERIFY(run.out.isEmpty());
+    QVERIFY(run.err.contains(kOverwrite));
+    QCOMPARE(ReadBytes(block + "/src/Gain1001.h"), before);
+
+    run = RunCompanion({"generate", "--force", block});
+    QCOMPARE(run.exit_code, 0);
+    QCOMPARE(QString::fromUtf8(run.out).split('\n', Qt::SkipEmptyParts),
+             (QStringList{block + "/src/Gain1001.h", block + "/src/Gain1001.cpp"}));
+    QVERIFY(ReadBytes(block + "/src/Gain1001.cpp").contains("void Gain1001::Run("));
+    QCOMPARE(RunCompanion({"generate"}).exit_code, 2);
 }
 
 ZEMA_TEST(tst_Generation)
