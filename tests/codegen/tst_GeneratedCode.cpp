@@ -119,11 +119,11 @@ private slots:
                 m_files.append({c.name, {}, {}, outcome.message.isEmpty() ? "nothing written" : outcome.message});
                 continue;
             }
+            QStringList flags{"-I" ZEMA_FIXTURES "/runtime", "-I" + block_dir + "/src"};
             // The block's build defines where its Python module lives; any text will do for a compile.
-            const QStringList flags = QStringList{"-I" ZEMA_FIXTURES "/runtime", "-I" + block_dir + "/src"}
-                + PythonIncludes()
-                + QStringList{QStringLiteral("-D_%1%2_SrcPath=\"%3\"")
-                                  .arg(BlockNameOf(c.block)).arg(BlockIdOf(c.block)).arg(block_dir + "/src")};
+            if (!outcome.written.filter(QRegularExpression("\\.py$")).isEmpty())
+                flags += PythonIncludes() + QStringList{QStringLiteral("-D_%1%2_SrcPath=\"%3\"")
+                    .arg(BlockNameOf(c.block)).arg(BlockIdOf(c.block)).arg(block_dir + "/src")};
             for (const QString &path : outcome.written) {
                 const QString name = QFileInfo(path).fileName();
                 m_files.append({c.name + "/" + name, path, flags, {}});
@@ -193,11 +193,13 @@ private slots:
 
     void interfaceFailures()
     {
+        QFETCH(QByteArray, header);
+        QFETCH(QByteArray, source);
         QFETCH(QString, blocker);
         QFETCH(int, nwritten);
         QTemporaryDir root;
         const QString ref = root.path() + "/source/src_py/py_interface_template";
-        QVERIFY(WriteBytes(ref + ".h", QFETCH_GLOBAL_OR(header)) && WriteBytes(ref + ".cpp", QFETCH_GLOBAL_OR(source)));
+        QVERIFY(WriteBytes(ref + ".h", header) && WriteBytes(ref + ".cpp", source));
         const QString src = root.path() + "/src";
         QVERIFY(QDir().mkpath(src + "/" + blocker));
         QStringList written;
@@ -207,3 +209,108 @@ private slots:
         if (nwritten == 0)
             QVERIFY(!QFileInfo(src + "/PyIntfBlk7.cpp").isFile());
     }
+
+    void interfacePairCompiles_data()
+    {
+        QTest::addColumn<int>("count");   // ports and parameters alike; -1 for the reference pair itself
+        QTest::newRow("reference pair") << -1;
+        QTest::newRow("no ports, no parameters") << 0;
+        QTest::newRow("three ports, three parameters") << 3;
+    }
+
+    void interfacePairCompiles()
+    {
+        QFETCH(int, count);
+        const QString missing = MissingTools({"g++", "python3-config"});
+        if (!missing.isEmpty())
+            QSKIP(qPrintable(missing));
+        QTemporaryDir dir;
+        QString base = ZEMA_APP_DIR "/source/src_py/py_interface_template";
+        if (count >= 0) {
+            QCOMPARE(WritePyInterfaceFiles(ZEMA_APP_DIR, dir.path(), "Blk7", "PyIntfBlk7", count, count, nullptr),
+                     QString());
+            base = dir.path() + "/PyIntfBlk7";
+            QVERIFY(!ReadBytes(base + ".cpp").contains("[-1]"));
+        }
+        for (const char *suffix : {".h", ".cpp"}) {
+            const ToolRun run = Compile(base + suffix, PythonIncludes());
+            QVERIFY2(run.ok, qPrintable(base + suffix + "\n" + run.output));
+        }
+    }
+
+    // The pair, built and linked, moves numbers and texts both ways and reports a missing module.
+    void interfaceRuns()
+    {
+        const QString missing = MissingTools({"g++", "python3-config"});
+        if (!missing.isEmpty())
+            QSKIP(qPrintable(missing));
+        const QStringList link = PythonConfig({"--embed", "--ldflags"});
+        if (link.isEmpty())
+            QSKIP("python3-config gives no flags to embed the interpreter");
+        QTemporaryDir dir;
+        QCOMPARE(WritePyInterfaceFiles(ZEMA_APP_DIR, dir.path(), "Echo5", "PyIntfEcho5", 2, 2, nullptr), QString());
+        QVERIFY(WriteBytes(dir.path() + "/Echo5.py",
+            "class PyEcho5:\n"
+            "    def method_init_ports(self, a, b):\n        self.a = a\n        self.b = b\n"
+            "    def method_init_para(self, gain, name):\n        self.gain = gain\n        self.name = name\n"
+            "    def method_prerun(self):\n        self.n = 0\n"
+            "    def method_run(self):\n        self.n += 1\n"
+            "        for i in range(len(self.a)):\n            self.b[i] = self.a[i] * self.gain[0] + self.n\n"
+            "    def method_postrun(self):\n        self.gain[0] = self.n\n"
+            "        self.name[0] = self.name[0].upper() + '!'\n"));
+        QVERIFY(WriteBytes(dir.path() + "/main.cpp",
+            "#include \"PyIntfEcho5.h\"\n#include <cstdint>\n#include <cstdio>\n"
+            "int main(int, char **argv) {\n"
+            "    double in[2] = {1.5, -2}; double out[2] = {0, 0}; int32_t gain = 3; char name[8] = \"abcdefg\";\n"
+            "    PyIntfEcho5 intf(argv[1], \"Echo5\", \"PyEcho5\");\n"
+            "    intf.SetPortObject(in, 1, 2, 2, 0);\n    intf.SetPortObject(out, 1, 2, 4, 1);\n"
+            "    intf.SetParaObject(&gain, 1, 1, 7, 0);\n    intf.SetParaObject(name, 1, 8, 1, 1);\n"
+            "    intf.SetMethods();\n    intf.InitPortAttributes();\n    intf.InitParaAttributes();\n"
+            "    intf.Prerun();\n    intf.Run();\n    intf.Run();\n    intf.Postrun();\n"
+            "    PyIntfEcho5 lost(argv[1], \"NoSuchModule\", \"PyEcho5\");\n"
+            "    printf(\"%d %g %g %d %s %d\\n\", intf.GetStatus() == PY_INTF_VALID, out[0], out[1], (int)gain, name,\n"
+            "           lost.GetStatus() == PY_INTF_NO_MODULE);\n}\n"));
+        const QString program = dir.path() + "/echo";
+        const ToolRun build = RunTool(QStandardPaths::findExecutable("g++"),
+                                      QStringList{"-std=c++17", "-I" + dir.path()} + PythonIncludes()
+                                          + QStringList{dir.path() + "/main.cpp", dir.path() + "/PyIntfEcho5.cpp",
+                                                        "-o", program} + link);
+        QVERIFY2(build.ok, qPrintable(build.output));
+        QProcess run;
+        run.start(program, {dir.path()});
+        QVERIFY(run.waitForFinished(20000));
+        const QString output = QString::fromLocal8Bit(run.readAllStandardOutput());
+        QVERIFY2(run.exitCode() == 0, qPrintable(output + run.readAllStandardError()));
+        // Two runs of b = a * 3 + n; the name is cut to fit its 8 bytes with the zero.
+        QCOMPARE(output, QString("1 6.5 -4 2 ABCDEFG 1\n"));
+    }
+
+    void generatedFilesCompile_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QStringList>("flags");
+        QTest::addColumn<QString>("failure");
+        for (const GeneratedFile &file : m_files)
+            QTest::newRow(qPrintable(file.row)) << file.path << file.flags << file.failure;
+    }
+
+    void generatedFilesCompile()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, failure);
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        QStringList needed{CompileCommand(path, {}).first()};
+        // Only the interface source includes Python.h; the block's own files see just the class.
+        if (QFileInfo(path).fileName().startsWith(QLatin1String("PyIntf")) && path.endsWith(QLatin1String(".cpp")))
+            needed += QStringLiteral("python3-config");
+        const QString missing = MissingTools(needed);
+        if (!missing.isEmpty())
+            QSKIP(qPrintable(missing));
+        QFETCH(QStringList, flags);
+        const ToolRun run = Compile(path, flags);
+        QVERIFY2(run.ok, qPrintable(path + "\n" + run.output + "\n" + ReadBytes(path)));
+    }
+};
+
+ZEMA_TEST(tst_GeneratedCode)
+#include "tst_GeneratedCode.moc"
