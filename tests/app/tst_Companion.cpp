@@ -1,4 +1,5 @@
 // The companion program, run as a user's script runs it.
+#include "CompanionRun.h"
 #include "SampleBlock.h"
 #include "TestFiles.h"
 #include "TestRegistry.h"
@@ -10,30 +11,7 @@
 #include "pages/BlkPresData.h"
 #include "params/BlkParaData.h"
 
-#include <QProcess>
 #include <QtTest>
-
-namespace {
-
-struct Run {
-    int exit_code = -1;
-    QByteArray out;
-    QString err;
-};
-
-Run Companion(const QStringList &args)
-{
-    QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert("ASAN_OPTIONS", "detect_leaks=0");
-    process.setProcessEnvironment(env);
-    process.start(QStringLiteral(ZEMA_APP_DIR "/bin_win/zema-blk"), args);
-    if (!process.waitForFinished(60000))
-        return {};
-    return {process.exitCode(), process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
-}
-
-} // namespace
 
 class tst_Companion : public QObject
 {
@@ -43,23 +21,23 @@ class tst_Companion : public QObject
 private slots:
     void helpAndUsage()
     {
-        Run help = Companion({"--help"});
+        CompanionRun help = RunCompanion({"--help"});
         QCOMPARE(help.exit_code, 0);
         for (const char *command : {"dump [--key K] FILE", "pack [--key K] IN OUT", "resave BLOCKDIR", "check BLOCKDIR...", "save BLOCKDIR", "batch DIR"})
             QVERIFY2(help.out.contains(command), command);
         for (const QStringList &bad : {QStringList{}, {"frobnicate"}, {"dump", "--key", "x", "f"}, {"pack", "only-one"}})
-            QCOMPARE(Companion(bad).exit_code, 2);
+            QCOMPARE(RunCompanion(bad).exit_code, 2);
     }
 
     void packAndDumpAreInverse()
     {
         const QByteArray plain = QByteArray("\x00\x7f\xff zema\n", 8).repeated(400);
         QVERIFY(WriteBytes(dir.filePath("plain.bin"), plain));
-        QCOMPARE(Companion({"pack", "--key", "2", dir.filePath("plain.bin"), dir.filePath("x.enc")}).exit_code, 0);
+        QCOMPARE(RunCompanion({"pack", "--key", "2", dir.filePath("plain.bin"), dir.filePath("x.enc")}).exit_code, 0);
         QByteArray expected = plain;
         EncodeBuffer(expected, true, 2);
         QCOMPARE(ReadBytes(dir.filePath("x.enc")), expected);
-        const Run dump = Companion({"dump", "--key", "2", dir.filePath("x.enc")});
+        const CompanionRun dump = RunCompanion({"dump", "--key", "2", dir.filePath("x.enc")});
         QVERIFY(dump.exit_code == 0 && dump.out == plain);
     }
 
@@ -69,7 +47,7 @@ private slots:
         const QString path = dir.filePath("broken"), missing = dir.filePath("missing.bdef"), empty = dir.filePath("empty");
         QVERIFY(WriteSampleBlock(path) && QDir().mkpath(empty) && WriteBytes(dir.filePath("plain.xml"), "<a/>"));
         const QByteArray before = DecodedDefinition(path + "/broken.bdef");
-        QCOMPARE(Companion({"resave", path}).exit_code, 0);
+        QCOMPARE(RunCompanion({"resave", path}).exit_code, 0);
         QCOMPARE(DecodedDefinition(path + "/broken.bdef"), before);
         const QByteArray disk = ReadBytes(path + "/broken.bdef").chopped(9);
         QVERIFY(WriteBytes(path + "/broken.bdef", disk));
@@ -79,7 +57,7 @@ private slots:
             {{"resave", path}, "broken.bdef: File Loading Error: "},
             {{"resave", empty}, "Cannot open file: " + empty + "/empty.bdef"}};
         for (const auto &[args, error] : cases) {
-            const Run run = Companion(args);
+            const CompanionRun run = RunCompanion(args);
             QVERIFY2(run.exit_code == 2 && run.err.contains(error) && run.out.isEmpty(), qPrintable(args.join(' ')));
         }
         QCOMPARE(ReadBytes(path + "/broken.bdef"), disk);
@@ -103,7 +81,7 @@ private slots:
         FreeBlockData(block);
         const QByteArray bad_before = ReadBytes(bad + "/bad.bdef");
 
-        Run run = Companion({"check", good, bad, broken});
+        CompanionRun run = RunCompanion({"check", good, bad, broken});
         QCOMPARE(run.exit_code, 1);
         const QStringList lines = QString::fromUtf8(run.out).split('\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.first(), "== " + good);
@@ -116,16 +94,16 @@ private slots:
         QVERIFY2(QRegularExpression("^checked 3 blocks: 1 errors, 1 warnings, \\d+ information, 1 failed to open$")
                      .match(lines.last()).hasMatch(), qPrintable(lines.last()));
         // The example blocks shipped with the tool check clean.
-        run = Companion({"check", example, ZEMA_APP_DIR "/blocks/saturation"});
+        run = RunCompanion({"check", example, ZEMA_APP_DIR "/blocks/saturation"});
         QVERIFY2(run.out.endsWith("checked 2 blocks: 0 errors, 0 warnings, 0 information, 0 failed to open\n"), run.out.constData());
 
-        QCOMPARE(Companion({"save", bad}).exit_code, 1);
+        QCOMPARE(RunCompanion({"save", bad}).exit_code, 1);
         QCOMPARE(ReadBytes(bad + "/bad.bdef"), bad_before);
-        run = Companion({"save", good});
+        run = RunCompanion({"save", good});
         QVERIFY(run.exit_code == 0 && run.out.contains("saved " + good.toUtf8()));
-        QCOMPARE(Companion({"check", good}).exit_code, 0);
+        QCOMPARE(RunCompanion({"check", good}).exit_code, 0);
 
-        run = Companion({"batch", dir.filePath("lib")});
+        run = RunCompanion({"batch", dir.filePath("lib")});
         QCOMPARE(run.exit_code, 1);
         QCOMPARE(QString::fromUtf8(run.out), broken + "/broken.bdef\n");
         QCOMPARE(ReadBytes(bad + "/bad.bdef"), bad_before);
