@@ -13,7 +13,7 @@
 #include "authoring/ModParameterDlg.h"
 #include "automation/CliControl.h"
 #include "authoring/ModelParameterDlg.h"
-#include "automation/NewBlockSpec.h"
+#include "automation/NewBlockRequest.h"
 #include "automation/NewBlkWizard.h"
 #include "codegen/CodeFileConversion.h"
 #include "codegen/CodeNames.h"
@@ -584,42 +584,42 @@ void MainWindow::SetConfigurationChoice(const QString &header, const QString &la
         combo->setCurrentIndex(index);
 }
 
-bool MainWindow::CreateBlock(const NewBlockSpec &spec)
+bool MainWindow::CreateBlock(const NewBlockRequest &request)
 {
     if (!block_open || !config_page)
         return false;
     if (ParaEntity *name = FindEntity(config_page->data, QStringLiteral("Basic"), QStringLiteral("Block Name"))) {
-        name->sel_val = spec.name;
+        name->sel_val = request.name;
         ShowEditorText(QStringLiteral("Basic"), QStringLiteral("Block Name"));
     }
-    pres_page->SetBlockTitle(spec.title);
+    pres_page->SetBlockTitle(request.title);
     SetConfigurationChoice(QStringLiteral("Code-Basic"), QStringLiteral("Embeds other language code"),
-                           spec.other_language);
-    if (!WriteBlock(spec.parent_dir, true)) {
+                           request.other_language);
+    if (!WriteBlock(request.parent_dir, true)) {
         CloseAct(true, false);
         return false;
     }
 
     param_page->AddParameterGroup(QStringLiteral("Basic"));
-    for (const NewBlockPara &para : spec.params)
+    for (const NewBlockPara &para : request.params)
         param_page->AddParameter(QStringLiteral("Basic"), para.label, para.para_var, para.sel_val,
                                  para.values, para.val_type);
     int inputs = 0, outputs = 0;
-    for (const NewBlockPort &port : spec.ports) {
+    for (const NewBlockPort &port : request.ports) {
         pres_page->AddPortRow(port.data_name, port.port_name,
                               port.output ? QStringLiteral("Output") : QStringLiteral("Input"));
         ++(port.output ? outputs : inputs);
     }
     const int extra = qMax(inputs, outputs) - 2;
-    if (spec.fit_size_to_ports && extra > 0)
+    if (request.fit_size_to_ports && extra > 0)
         pres_page->SetBlockSize(50, (extra + 5) * 10);
 
     pres_page->SyncPresData();
     code_page->SyncCodeData();
-    for (int i = 0; i < spec.ports.size(); ++i)
-        code_page->SetPortForm(i, spec.ports[i].data_type, spec.ports[i].size);
+    for (int i = 0; i < request.ports.size(); ++i)
+        code_page->SetPortForm(i, request.ports[i].data_type, request.ports[i].size);
 
-    if (WriteBlock(spec.parent_dir, true)) {
+    if (WriteBlock(request.parent_dir, true)) {
         ValidateAct(true, true);
         code_page->on_pb_gen_tmpl_code_clicked();
     }
@@ -939,23 +939,23 @@ QString MainWindow::ConvertCodeFiles(const ConversionSettings &settings)
 
 bool MainWindow::CreateBlockFromWizard(const NewBlkWizard &wizard)
 {
-    NewBlockSpec spec;
-    spec.name = wizard.GetBlockName();
-    spec.title = wizard.GetBlockTitle();
-    spec.parent_dir = wizard.GetBlockLocation();
-    spec.other_language = wizard.GetOtherLanguageIndex();
+    NewBlockRequest request;
+    request.name = wizard.GetBlockName();
+    request.title = wizard.GetBlockTitle();
+    request.parent_dir = wizard.GetBlockLocation();
+    request.other_language = wizard.GetOtherLanguageIndex();
     NewBlockPara para;
     QString value;
     for (int i = 0; wizard.GetParameter(i, para.label, para.para_var, value, para.values, para.val_type); ++i) {
         para.sel_val = para.values.isEmpty() ? value : QString();
-        spec.params.append(para);
+        request.params.append(para);
     }
     NewBlockPort port;
     QString direction;
     for (int i = 0; wizard.GetPort(i, port.data_name, port.port_name, direction, port.data_type, port.size); ++i) {
         // "Input" is the only direction of the combo with "In" in it.
         port.output = !direction.contains(QLatin1String("In"));
-        spec.ports.append(port);
+        request.ports.append(port);
     }
-    return CreateBlock(spec);
+    return CreateBlock(request);
 }

@@ -26,7 +26,7 @@ class SchematicsDlg;
 struct BlkParaData;
 struct BlockData;
 struct ConversionSettings;
-struct NewBlockSpec;
+struct NewBlockRequest;
 
 class MainWindow : public QMainWindow
 {
@@ -44,7 +44,7 @@ public:
     bool WriteBlock(const QString &parent_dir, bool silent);
     // The creation of a whole block on an open empty project, with its generated code; the
     // block is closed afterwards. False when the block directory could not be written.
-    bool CreateBlock(const NewBlockSpec &spec);
+    bool CreateBlock(const NewBlockRequest &request);
     bool CreateBlockFromWizard(const NewBlkWizard &wizard);
     // The work of EncryptCodeFilesAct once its dialog is answered: the closing message's text, or
     // empty when the run stopped before converting.

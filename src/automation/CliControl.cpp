@@ -2,7 +2,7 @@
 
 #include "app/AppSettings.h"
 #include "app/MainWindow.h"
-#include "automation/NewBlockSpec.h"
+#include "automation/NewBlockRequest.h"
 #include "codegen/CodeNames.h"
 #include "codegen/PythonModule.h"
 #include "pages/BlkCodeData.h"
@@ -306,12 +306,12 @@ bool CliControl::CreateBlock()
     main_window->show();
     main_window->OpenProject(QString(), true);
 
-    NewBlockSpec spec;
-    spec.name = block_name;
-    spec.title = block_title;
-    spec.parent_dir = parent_dir;
-    spec.other_language = other_language + 1;
-    spec.fit_size_to_ports = true;
+    NewBlockRequest request;
+    request.name = block_name;
+    request.title = block_title;
+    request.parent_dir = parent_dir;
+    request.other_language = other_language + 1;
+    request.fit_size_to_ports = true;
     for (const ParaEntity *entity : params->para_grp.first()->para_entity) {
         NewBlockPara para;
         para.label = entity->label;
@@ -319,7 +319,7 @@ bool CliControl::CreateBlock()
         para.sel_val = entity->sel_val;
         para.values = entity->values;
         para.val_type = entity->val_type;
-        spec.params.append(para);
+        request.params.append(para);
     }
     for (int i = 0; i < ports.size(); ++i) {
         NewBlockPort port;
@@ -328,9 +328,9 @@ bool CliControl::CreateBlock()
         port.output = port_dirs[i] == 1;
         port.data_type = ports[i]->data_type;
         port.size = ports[i]->dims.first()->array_size;
-        spec.ports.append(port);
+        request.ports.append(port);
     }
-    const bool created = main_window->CreateBlock(spec);
+    const bool created = main_window->CreateBlock(request);
     main_window->hide();
     return created;
 }

@@ -11,7 +11,7 @@
 #include "app/ErrorListDlg.h"
 #include "app/MainWindow.h"
 #include "app/Prompt.h"
-#include "automation/NewBlockSpec.h"
+#include "automation/NewBlockRequest.h"
 #include "codegen/CodeNames.h"
 #include "pages/BlkCodeData.h"
 #include "pages/BlkPresData.h"
@@ -197,19 +197,19 @@ void tst_Generation::createBlock()
     PageWindow w(tmp.path() + "/app");
     QVERIFY(CopyTree(QStringLiteral(ZEMA_APP_DIR "/source"), tmp.path() + "/app/source"));
     w.NewBlock();
-    NewBlockSpec spec;
-    spec.name = QStringLiteral("Mixer");
-    spec.title = QStringLiteral("Signal Mixer");
-    spec.parent_dir = tmp.path();
-    spec.other_language = 1;
-    spec.fit_size_to_ports = true;
-    spec.params = {{"Gain", "gain", "2.5", {}, "Real"},
+    NewBlockRequest request;
+    request.name = QStringLiteral("Mixer");
+    request.title = QStringLiteral("Signal Mixer");
+    request.parent_dir = tmp.path();
+    request.other_language = 1;
+    request.fit_size_to_ports = true;
+    request.params = {{"Gain", "gain", "2.5", {}, "Real"},
                    {"Mode", "mode", "", {"Add", "Sub"}, "Selected Index"}};
     for (int i = 0; i < 4; ++i)
-        spec.ports.append({QStringLiteral("in%1").arg(i), QStringLiteral("i%1").arg(i), false,
+        request.ports.append({QStringLiteral("in%1").arg(i), QStringLiteral("i%1").arg(i), false,
                            QStringLiteral("Real64"), i + 1});
-    spec.ports.append({"out0", "", true, "Integer16", 3});
-    QVERIFY(w->CreateBlock(spec));
+    request.ports.append({"out0", "", true, "Integer16", 3});
+    QVERIFY(w->CreateBlock(request));
     QVERIFY(!w->block_open);
     QCOMPARE(w.answers->texts, QStringList());
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-struct PortSpec {
+struct PortShape {
     const char *name;
     const char *kind;          // null: the port is missing from the presentation's table
     const char *data_name;
@@ -20,7 +20,7 @@ struct PortSpec {
     const char *mem_type = "Cacheable";
 };
 
-struct EntitySpec {
+struct EntityShape {
     const char *label;
     const char *para_var;
     const char *val_type;
@@ -65,28 +65,28 @@ QString Placement(const QString &kind)
     return kind == QLatin1String("Physical") ? QStringLiteral("Top") : QStringLiteral("Bottom");
 }
 
-void AddPorts(BlockData *block, const QList<PortSpec> &ports)
+void AddPorts(BlockData *block, const QList<PortShape> &ports)
 {
-    for (const PortSpec &spec : ports) {
+    for (const PortShape &port_shape : ports) {
         auto *code = new BlkCodePort;
-        code->port_name = QLatin1String(spec.name);
-        code->data_name = QLatin1String(spec.data_name);
-        code->data_type = QLatin1String(spec.data_type);
-        code->mem_type = QLatin1String(spec.mem_type);
+        code->port_name = QLatin1String(port_shape.name);
+        code->data_name = QLatin1String(port_shape.data_name);
+        code->data_type = QLatin1String(port_shape.data_type);
+        code->mem_type = QLatin1String(port_shape.mem_type);
         code->mem_alloc = QStringLiteral("0");
-        for (qint32 size : spec.dims) {
+        for (qint32 size : port_shape.dims) {
             auto *dim = new BlkPortDim;
             dim->para1 = QString::number(size);
             dim->array_size = size;
             code->dims.append(dim);
         }
         block->code->ports.append(code);
-        if (!spec.kind)
+        if (!port_shape.kind)
             continue;
         auto *port = new BlkPort;
         port->name = code->port_name;
         port->dis_text = code->port_name;
-        port->type = QLatin1String(spec.kind);
+        port->type = QLatin1String(port_shape.kind);
         port->placement = Placement(port->type);
         port->per_distance = 50.0f;
         port->conn_req = 1;
@@ -104,18 +104,18 @@ void AddElement(BlockData *block, const char *port1, const char *port2, const ch
     block->code->elements.append(element);
 }
 
-void AddGroup(BlkParaData *set, const char *header, const QList<EntitySpec> &entities)
+void AddGroup(BlkParaData *set, const char *header, const QList<EntityShape> &entities)
 {
     auto *group = new ParaGroup;
     group->header = QLatin1String(header);
-    for (const EntitySpec &spec : entities) {
-        auto *entity = new ParaEntity(QLatin1String(spec.label));
-        entity->para_var = QLatin1String(spec.para_var);
-        entity->val_type = QLatin1String(spec.val_type);
-        entity->val_size = QLatin1String(spec.val_size);
-        entity->sel_val = QLatin1String(spec.sel_val);
-        entity->var_type = spec.var_type;
-        entity->sel_val_expr = QLatin1String(spec.sel_val_expr);
+    for (const EntityShape &shape : entities) {
+        auto *entity = new ParaEntity(QLatin1String(shape.label));
+        entity->para_var = QLatin1String(shape.para_var);
+        entity->val_type = QLatin1String(shape.val_type);
+        entity->val_size = QLatin1String(shape.val_size);
+        entity->sel_val = QLatin1String(shape.sel_val);
+        entity->var_type = shape.var_type;
+        entity->sel_val_expr = QLatin1String(shape.sel_val_expr);
         group->para_entity.append(entity);
     }
     set->para_grp.append(group);

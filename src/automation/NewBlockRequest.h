@@ -21,7 +21,7 @@ struct NewBlockPort {
     int size = 1;
 };
 
-struct NewBlockSpec {
+struct NewBlockRequest {
     QString name;
     QString title;
     QString parent_dir;
