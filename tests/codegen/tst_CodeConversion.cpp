@@ -117,7 +117,10 @@ private slots:
     {
         QTest::addColumn<qint32>("key");
         QTest::newRow("key 0") << 0;
-        QTest::newRow("table key") << 2;
+        // Each of the three keys has a table of its own.
+        QTest::newRow("key 1") << 1;
+        QTest::newRow("key 2") << 2;
+        QTest::newRow("key 3") << 3;
         QTest::newRow("other key") << 1000;
         QTest::newRow("negative key") << -77;
     }
